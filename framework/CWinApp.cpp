@@ -1,0 +1,138 @@
+#include "CWinApp.h"
+
+#include "CWnd.h"
+
+#include <stdlib.h>
+#include <string.h>
+
+IMPLEMENT_DYNAMIC(CWinApp, CCmdTarget)
+
+BEGIN_MESSAGE_MAP(CWinApp, CCmdTarget)
+    ON_COMMAND(ID_APP_EXIT, OnAppExit)
+END_MESSAGE_MAP()
+
+namespace
+{
+CWinApp* g_pApp = nullptr;
+}
+
+CWinApp* AfxGetApp()
+{
+    return g_pApp;
+}
+
+CWinApp::CWinApp(LPCSTR lpszAppName)
+{
+    if (lpszAppName)
+        m_pszAppName = _strdup(lpszAppName);
+    g_pApp = this;
+}
+
+CWinApp::~CWinApp()
+{
+    free(m_pszAppName);
+    free(m_pszExeName);
+    free(m_pszProfileName);
+    if (g_pApp == this)
+        g_pApp = nullptr;
+}
+
+BOOL CWinApp::InitInstance()
+{
+    return TRUE;
+}
+
+int CWinApp::ExitInstance()
+{
+    return 0;
+}
+
+int CWinApp::WinMainBody(HINSTANCE hInstance, int /*nCmdShow*/)
+{
+    m_hInstance = hInstance;
+
+    // The executable's base name names the application and its profile file.
+    char szModule[MAX_PATH + 1] = {};
+    GetModuleFileNameA(hInstance, szModule, MAX_PATH);
+    char szName[_MAX_FNAME] = {};
+    _splitpath(szModule, nullptr, nullptr, szName, nullptr);
+    if (!m_pszExeName)
+        m_pszExeName = _strdup(szName);
+    if (!m_pszAppName)
+        m_pszAppName = _strdup(szName);
+    if (!m_pszProfileName)
+    {
+        CString strProfile = CString(szName) + ".INI";
+        m_pszProfileName = _strdup(strProfile);
+    }
+
+    if (!InitInstance())
+        return ExitInstance();
+    return Run();
+}
+
+BOOL CWinApp::PreTranslateMessage(MSG* pMsg)
+{
+    // Offer the message to the window it is for and to each of its parents of
+    // this program, innermost first (dialog keyboard handling lives there).
+    for (HWND hWnd = pMsg->hwnd; hWnd; hWnd = GetParent(hWnd))
+    {
+        if (CWnd* pWnd = CWnd::FromHandlePermanent(hWnd))
+        {
+            if (pWnd->PreTranslateMessage(pMsg))
+                return TRUE;
+        }
+    }
+    return FALSE;
+}
+
+int CWinApp::Run()
+{
+    MSG msg;
+    for (;;)
+    {
+        if (!PeekMessageA(&msg, nullptr, 0, 0, PM_NOREMOVE))
+            CWnd::DeleteTempMap(); // idle: the temporary wrappers are done with
+        const BOOL bResult = GetMessageA(&msg, nullptr, 0, 0);
+        if (bResult == 0 || bResult == -1)
+            break;
+        if (!PreTranslateMessage(&msg))
+        {
+            TranslateMessage(&msg);
+            DispatchMessageA(&msg);
+        }
+    }
+    return ExitInstance();
+}
+
+void CWinApp::OnAppExit()
+{
+    if (m_pMainWnd)
+        m_pMainWnd->SendMessage(WM_CLOSE);
+}
+
+CString CWinApp::GetProfileString(LPCSTR lpszSection, LPCSTR lpszEntry, LPCSTR lpszDefault)
+{
+    // A value longer than this is cut, as the profile functions cut it.
+    char szValue[4096] = {};
+    GetPrivateProfileStringA(lpszSection, lpszEntry, lpszDefault ? lpszDefault : "", szValue,
+                             sizeof(szValue), m_pszProfileName);
+    return CString(szValue);
+}
+
+BOOL CWinApp::WriteProfileString(LPCSTR lpszSection, LPCSTR lpszEntry, LPCSTR lpszValue)
+{
+    return WritePrivateProfileStringA(lpszSection, lpszEntry, lpszValue, m_pszProfileName);
+}
+
+UINT CWinApp::GetProfileInt(LPCSTR lpszSection, LPCSTR lpszEntry, int nDefault)
+{
+    return GetPrivateProfileIntA(lpszSection, lpszEntry, nDefault, m_pszProfileName);
+}
+
+BOOL CWinApp::WriteProfileInt(LPCSTR lpszSection, LPCSTR lpszEntry, int nValue)
+{
+    char szValue[16];
+    wsprintfA(szValue, "%d", nValue);
+    return WritePrivateProfileStringA(lpszSection, lpszEntry, szValue, m_pszProfileName);
+}
