@@ -1,0 +1,108 @@
+#include "CMainFrame.h"
+
+#include "CApp.h"
+#include "ProgramLauncher.h"
+#include "QuorvantHook.h"
+
+IMPLEMENT_DYNCREATE(CMainFrame, CTrayIconFrame)
+
+BEGIN_MESSAGE_MAP(CMainFrame, CTrayIconFrame)
+    ON_WM_CREATE()
+    ON_WM_COPYDATA()
+    ON_WM_CLOSE()
+    ON_REGISTERED_MESSAGE(WM_OPENCOMMENTEDITOR, OnOpenCommentEditor)
+    ON_REGISTERED_MESSAGE(WM_RUNCOMMAND, OnRunCommand)
+END_MESSAGE_MAP()
+
+CMainFrame::CMainFrame()
+{
+    m_images.Create(128, 16, 0, RGB(255, 0, 255));
+}
+
+CMainFrame::~CMainFrame()
+{
+    if (m_hIconTray)
+        DestroyIcon(m_hIconTray);
+}
+
+int CMainFrame::OnCreate(LPCREATESTRUCT lpCreateStruct)
+{
+    if (CTrayIconFrame::OnCreate(lpCreateStruct) == -1)
+        return -1;
+    m_hIconTray = m_images.GetIcon(0);
+    SetTrayIcon(m_hIconTray, 100u);
+    installHook(m_hWnd);
+    return 0;
+}
+
+void CMainFrame::OnTrayLButtonDown()
+{
+    CTrayIconFrame::OnTrayLButtonDown();
+    TrackTrayMenu(100, 0);
+}
+
+BOOL CMainFrame::OnCopyData(CWnd* /*pWnd*/, COPYDATASTRUCT* pCopyDataStruct)
+{
+    // Anything can send us WM_COPYDATA: only well-formed records count.
+    if (pCopyDataStruct && pCopyDataStruct->cbData == sizeof(HookRecord) && pCopyDataStruct->lpData)
+    {
+        const HookRecord* pRecord = static_cast<const HookRecord*>(pCopyDataStruct->lpData);
+        switch (pCopyDataStruct->dwData)
+        {
+        case HOOK_CREATE:
+            m_items.CreateItem(pRecord);
+            break;
+        case HOOK_MESSAGE:
+            m_items.OnHookMessage(pRecord);
+            break;
+        case HOOK_MESSAGE_DONE:
+            m_items.OnHookMessageDone(pRecord);
+            break;
+        case HOOK_DESTROY:
+            m_items.Remove(HookRecordWindow(pRecord));
+            break;
+        default:
+            break;
+        }
+    }
+    return static_cast<BOOL>(Default());
+}
+
+void CMainFrame::OnClose()
+{
+    uninstallHook();
+    Sleep(100);
+    // Every host reports its windows gone; their items undo what they did
+    // to the host. A host that was killed never will: its windows are no
+    // windows any more, and their items go without a record.
+    while (!m_items.IsEmpty())
+    {
+        MSG msg;
+        if (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE))
+        {
+            TranslateMessage(&msg);
+            DispatchMessageA(&msg);
+        }
+        else
+        {
+            m_items.RemoveVanished();
+        }
+    }
+    CTrayIconFrame::OnClose();
+}
+
+LRESULT CMainFrame::OnOpenCommentEditor(WPARAM /*wParam*/, LPARAM /*lParam*/)
+{
+    return 0;
+}
+
+LRESULT CMainFrame::OnRunCommand(WPARAM /*wParam*/, LPARAM /*lParam*/)
+{
+    if (g_strPendingCommand.IsEmpty())
+        return 0;
+    CString strCommand(g_strPendingCommand); // CreateProcess may write to it
+    HANDLE hProcess = LaunchProgram(strCommand.GetBuffer(strCommand.GetLength()), SHOW_PROGRAM_DEFAULT);
+    if (hProcess)
+        CloseHandle(hProcess);
+    return 0;
+}

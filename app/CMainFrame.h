@@ -1,0 +1,31 @@
+// The program's hidden main window: the notification-area icon and its menu,
+// the hook library's records (through the window item registry), and the
+// program's own requests (run a command line, open the Comment Editor).
+#pragma once
+
+#include "CImageList.h"
+#include "CItems.h"
+#include "CTrayIconFrame.h"
+
+class CMainFrame : public CTrayIconFrame
+{
+    DECLARE_DYNCREATE(CMainFrame)
+public:
+    CMainFrame();
+    ~CMainFrame() override;
+
+protected:
+    void OnTrayLButtonDown() override;
+
+    int OnCreate(LPCREATESTRUCT lpCreateStruct);
+    BOOL OnCopyData(CWnd* pWnd, COPYDATASTRUCT* pCopyDataStruct);
+    void OnClose();
+    LRESULT OnOpenCommentEditor(WPARAM wParam, LPARAM lParam);
+    LRESULT OnRunCommand(WPARAM wParam, LPARAM lParam);
+
+    HICON m_hIconTray = nullptr; // made from image 0; the shell keeps its own copy
+    CImageList m_images;
+    CItems m_items;
+
+    DECLARE_MESSAGE_MAP()
+};

@@ -1,0 +1,84 @@
+#include "CItems.h"
+
+#include "CChildWndItem.h"
+#include "CClientWndItem.h"
+#include "CFrameWndItem.h"
+#include "CNumWndItem.h"
+#include "CTextWndItem.h"
+
+#include <new>
+
+CItems::~CItems()
+{
+    for (CItem* pItem : *this)
+        delete pItem;
+    clear();
+}
+
+CItem* CItems::Find(HWND hWnd) const
+{
+    for (CItem* pItem : *this)
+    {
+        if (pItem->m_hWnd == hWnd)
+            return pItem;
+    }
+    return nullptr;
+}
+
+void CItems::Remove(HWND hWnd)
+{
+    for (auto it = begin(); it != end(); ++it)
+    {
+        if ((*it)->m_hWnd == hWnd)
+        {
+            CItem* pItem = *it;
+            erase(it); // out of the registry first: its destructor may pump messages
+            delete pItem;
+            return;
+        }
+    }
+}
+
+void CItems::CreateItem(const HookRecord* pRecord)
+{
+    HWND hWnd = HookRecordWindow(pRecord);
+    CItem* pItem = nullptr;
+    switch (pRecord->nKind)
+    {
+    case KIND_FRAME: pItem = new (std::nothrow) CFrameWndItem(hWnd, this); break;
+    case KIND_CLIENT: pItem = new (std::nothrow) CClientWndItem(hWnd, this); break;
+    case KIND_CHILD: pItem = new (std::nothrow) CChildWndItem(hWnd, this); break;
+    case KIND_TEXT: pItem = new (std::nothrow) CTextWndItem(hWnd, this); break;
+    case KIND_NUM: pItem = new (std::nothrow) CNumWndItem(hWnd, this); break;
+    default: break;
+    }
+    if (pItem)
+        Add(pItem);
+}
+
+void CItems::OnHookMessage(const HookRecord* pRecord)
+{
+    if (CItem* pItem = Find(HookRecordWindow(pRecord)))
+        pItem->OnHookMessage(pRecord);
+}
+
+void CItems::OnHookMessageDone(const HookRecord* pRecord)
+{
+    if (CItem* pItem = Find(HookRecordWindow(pRecord)))
+        pItem->OnHookMessageDone(pRecord);
+}
+
+void CItems::RemoveVanished()
+{
+    for (size_t i = 0; i < size();)
+    {
+        CItem* pItem = (*this)[i];
+        if (IsWindow(pItem->m_hWnd))
+        {
+            ++i;
+            continue;
+        }
+        erase(begin() + static_cast<std::ptrdiff_t>(i));
+        delete pItem;
+    }
+}

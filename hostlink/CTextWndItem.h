@@ -1,0 +1,15 @@
+// The item of a text window inside an MDI child (a view's text): a click
+// gives the view the focus, and each wheel message scrolls the view a line.
+#pragma once
+
+#include "CItem.h"
+
+class CTextWndItem : public CItem
+{
+public:
+    using CItem::CItem;
+    ~CTextWndItem() override = default;
+
+    void OnHookMessage(const HookRecord* /*pRecord*/) override {}
+    void OnHookMessageDone(const HookRecord* pRecord) override;
+};
