@@ -1,0 +1,56 @@
+// Start and end of the tool: one instance only, a quiet second start, and an
+// end that never waits for a host that is not there.
+#include "Fixture.h"
+#include "IniFile.h"
+#include "TestRunner.h"
+
+using namespace qt;
+
+TEST_CASE(a_second_start_ends_at_once_and_touches_nothing)
+{
+    Tool first(MakeScratchDir("first"));
+    REQUIRE(first.Start());
+    HWND hWndFirst = first.MainFrame();
+
+    Tool second(MakeScratchDir("second"));
+    Process& process = second.GetProcess();
+    REQUIRE(process.Start("\"" + second.m_strDir + "QUORVANT.exe\"", second.m_strDir));
+    CHECK(process.WaitExit(10000));
+    CHECK(!FileExists(second.SettingsPath()));
+    CHECK(second.MainFrame() == nullptr);
+
+    // The first runs on unchanged and still saves at its end.
+    CHECK(first.GetProcess().IsRunning());
+    CHECK(first.MainFrame() == hWndFirst);
+    CHECK(first.Exit());
+    CHECK(FileExists(first.SettingsPath()));
+
+    // After it ended a new one starts normally.
+    CHECK(second.Start());
+    CHECK(second.Exit());
+    CHECK(FileExists(second.SettingsPath()));
+}
+
+TEST_CASE(exit_without_a_host_closes_at_once)
+{
+    Tool tool(MakeScratchDir("alone"));
+    REQUIRE(tool.Start());
+    const DWORD dwStart = GetTickCount();
+    CHECK(tool.Exit(5000));
+    CHECK(GetTickCount() - dwStart < 3000);
+    CHECK_EQ(tool.GetProcess().ExitCode(), 0ul);
+}
+
+TEST_CASE(the_hidden_frame_is_never_shown_and_names_its_class)
+{
+    Tool tool(MakeScratchDir("hidden"));
+    REQUIRE(tool.Start());
+    HWND hWnd = tool.MainFrame();
+    REQUIRE(hWnd != nullptr);
+    CHECK(!IsWindowVisible(hWnd));
+    char szClass[64] = {};
+    GetClassNameA(hWnd, szClass, sizeof(szClass));
+    CHECK_EQ(std::string(szClass), std::string("TrayIconFrameClass"));
+    // The class carries the program's icon.
+    CHECK(GetClassLongPtrA(hWnd, GCLP_HICON) != 0);
+}

@@ -1,0 +1,62 @@
+#include "TestRunner.h"
+
+#include <stdio.h>
+#include <string.h>
+#include <windows.h>
+
+namespace qt
+{
+namespace
+{
+bool g_bFailed = false;
+}
+
+std::vector<TestCase>& Registry()
+{
+    static std::vector<TestCase> cases;
+    return cases;
+}
+
+void Fail(const char* pszFile, int nLine, const std::string& strWhat)
+{
+    g_bFailed = true;
+    printf("  FAILED %s:%d: %s\n", pszFile, nLine, strWhat.c_str());
+    fflush(stdout);
+}
+
+bool CurrentFailed()
+{
+    return g_bFailed;
+}
+
+int RunAll(int argc, char** argv)
+{
+    int nPassed = 0;
+    int nFailed = 0;
+    for (const TestCase& test : Registry())
+    {
+        bool bWanted = argc <= 1;
+        for (int i = 1; i < argc; ++i)
+            bWanted = bWanted || strcmp(argv[i], test.pszName) == 0;
+        if (!bWanted)
+            continue;
+        printf("[ RUN ] %s\n", test.pszName);
+        fflush(stdout);
+        g_bFailed = false;
+        const DWORD dwStart = GetTickCount();
+        test.fn();
+        printf("[ %s ] %s (%lu ms)\n", g_bFailed ? "FAIL" : " OK ", test.pszName,
+               static_cast<unsigned long>(GetTickCount() - dwStart));
+        fflush(stdout);
+        (g_bFailed ? nFailed : nPassed)++;
+    }
+    printf("%d passed, %d failed\n", nPassed, nFailed);
+    fflush(stdout);
+    return nFailed == 0 && nPassed > 0 ? 0 : 1;
+}
+} // namespace qt
+
+int main(int argc, char** argv)
+{
+    return qt::RunAll(argc, argv);
+}
