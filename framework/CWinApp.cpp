@@ -122,6 +122,13 @@ CString CWinApp::GetProfileString(LPCSTR lpszSection, LPCSTR lpszEntry, LPCSTR l
 
 BOOL CWinApp::WriteProfileString(LPCSTR lpszSection, LPCSTR lpszEntry, LPCSTR lpszValue)
 {
+    // Reading takes one pair of quotes off a value that starts and ends with
+    // one ("C:\My Editor\ed.exe" "%FILENAME%" would come back broken), so such
+    // a value is written inside one more pair: what is read is what was written.
+    const CString strValue(lpszValue);
+    const int nLength = strValue.GetLength();
+    if (lpszValue && nLength >= 2 && strValue.GetAt(0) == '"' && strValue.GetAt(nLength - 1) == '"')
+        return WritePrivateProfileStringA(lpszSection, lpszEntry, "\"" + strValue + "\"", m_pszProfileName);
     return WritePrivateProfileStringA(lpszSection, lpszEntry, lpszValue, m_pszProfileName);
 }
 
