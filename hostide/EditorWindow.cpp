@@ -1,0 +1,334 @@
+#include "EditorWindow.h"
+
+#include "HostLog.h"
+#include "LineNumbers.h"
+#include "PaintDC.h"
+#include "TextPainter.h"
+
+#include <windowsx.h>
+
+#include <algorithm>
+
+namespace hostide
+{
+namespace
+{
+const int kTextMargin = 4; // between the gutter and the text
+
+bool CtrlHeld()
+{
+    return (GetKeyState(VK_CONTROL) & 0x8000) != 0;
+}
+} // namespace
+
+const char EditorWindow::kClass[] = "PFE_Text";
+
+bool EditorWindow::Register()
+{
+    // Editors and the text windows inside views share this class; the object
+    // bound to each window decides what it is.
+    return RegisterWindowClass(kClass, CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS, nullptr,
+                               LoadCursor(nullptr, IDC_IBEAM), LoadIcon(nullptr, IDI_APPLICATION));
+}
+
+EditorWindow::EditorWindow(const std::string& strPath, bool bHasFile) : m_strPath(strPath), m_bHasFile(bHasFile)
+{
+}
+
+HWND EditorWindow::Open(HWND hWndClient, const std::string& strPath, bool bLoad)
+{
+    std::unique_ptr<EditorWindow> pEditor(new EditorWindow(strPath, bLoad));
+    if (bLoad)
+        pEditor->m_document.Load(strPath); // a file that is not there yet gives an empty editor
+    HWND hWnd = CreateMdiChild(std::move(pEditor), hWndClient, kClass, strPath.c_str(), WS_VSCROLL, CW_USEDEFAULT,
+                               CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT);
+    if (hWnd)
+        HostLog::Write("OPEN " + strPath);
+    return hWnd;
+}
+
+EditorWindow* EditorWindow::From(HWND hWnd)
+{
+    return dynamic_cast<EditorWindow*>(FromHandle(hWnd));
+}
+
+void EditorWindow::InsertText(const std::string& strText)
+{
+    m_document.Insert(strText);
+    Changed(true);
+}
+
+bool EditorWindow::Save() const
+{
+    return m_bHasFile && m_document.Save(m_strPath);
+}
+
+LRESULT EditorWindow::HandleMessage(UINT nMessage, WPARAM wParam, LPARAM lParam)
+{
+    LRESULT lResult = 0;
+    if (HandleCommon(nMessage, wParam, lParam, lResult))
+        return lResult;
+    switch (nMessage)
+    {
+    case WM_CREATE:
+        OnCreate();
+        break;
+    case WM_SIZE:
+        OnSize();
+        break; // DefMDIChildProc must see WM_SIZE too (maximized children)
+    case WM_PAINT:
+        OnPaint();
+        return 0;
+    case WM_ERASEBKGND:
+        return 1;
+    case WM_SETFOCUS:
+        OnSetFocus();
+        break;
+    case WM_KILLFOCUS:
+        OnKillFocus();
+        break;
+    case WM_CHAR:
+        OnChar(static_cast<char>(wParam));
+        return 0;
+    case WM_KEYDOWN:
+        OnKeyDown(static_cast<UINT>(wParam));
+        return 0;
+    case WM_VSCROLL:
+        OnVScroll(LOWORD(wParam));
+        return 0;
+    case WM_LBUTTONDOWN:
+        OnLButtonDown(GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam));
+        return 0;
+    default:
+        break;
+    }
+    return DefaultProc(nMessage, wParam, lParam);
+}
+
+void EditorWindow::OnCreate()
+{
+    m_hWndNumbers = LineNumbers::Create(m_hWnd, m_document);
+    UpdateScrollBar();
+}
+
+void EditorWindow::OnSize()
+{
+    RECT rc;
+    GetClientRect(m_hWnd, &rc);
+    MoveWindow(m_hWndNumbers, 0, 0, LineNumbers::kWidth, rc.bottom, TRUE);
+    UpdateScrollBar();
+}
+
+void EditorWindow::OnPaint()
+{
+    PaintDC dc(m_hWnd);
+    RECT rc;
+    GetClientRect(m_hWnd, &rc);
+    rc.left = LineNumbers::kWidth;
+    TextPainter::Instance().PaintLines(dc.Handle(), rc, rc.left + kTextMargin, m_document, true);
+}
+
+void EditorWindow::OnSetFocus()
+{
+    HostLog::Write("SETFOCUS " + std::string(kClass) + " " + Title());
+    CreateCaret(m_hWnd, nullptr, 2, TextPainter::Instance().LineHeight());
+    UpdateCaret();
+    ShowCaret(m_hWnd);
+}
+
+void EditorWindow::OnKillFocus()
+{
+    DestroyCaret();
+}
+
+void EditorWindow::OnChar(char ch)
+{
+    const unsigned char uch = static_cast<unsigned char>(ch);
+    if (ch == '\r')
+    {
+        // Ctrl+Enter is the tool's; the editor leaves it alone.
+        if (CtrlHeld())
+            return;
+        m_document.SplitLine();
+    }
+    else if (ch == '\b')
+    {
+        m_document.DeleteBefore();
+    }
+    else if (ch == '\t' || (uch >= 0x20 && uch != 0x7F))
+    {
+        // The two bytes of a double-byte character come as two WM_CHARs.
+        m_document.Insert(std::string(1, ch));
+    }
+    else
+    {
+        return; // control characters of Ctrl+letter
+    }
+    Changed(true);
+}
+
+void EditorWindow::OnKeyDown(UINT nKey)
+{
+    const bool bCtrl = CtrlHeld();
+    HostLog::Write("KEYDOWN " + Title() + " " + std::to_string(nKey) + " ctrl=" + (bCtrl ? "1" : "0"));
+    switch (nKey)
+    {
+    case VK_LEFT:
+        m_document.MoveLeft();
+        break;
+    case VK_RIGHT:
+        m_document.MoveRight();
+        break;
+    case VK_UP:
+        m_document.MoveUp();
+        break;
+    case VK_DOWN:
+        m_document.MoveDown();
+        break;
+    case VK_PRIOR:
+        m_document.MoveUp(std::max(1, VisibleLines() - 1));
+        break;
+    case VK_NEXT:
+        m_document.MoveDown(std::max(1, VisibleLines() - 1));
+        break;
+    case VK_HOME:
+        if (bCtrl)
+            m_document.MoveTo(0, 0);
+        else
+            m_document.MoveHome();
+        break;
+    case VK_END:
+        if (bCtrl)
+            m_document.MoveTo(m_document.LineCount() - 1, std::string::npos);
+        else
+            m_document.MoveEnd();
+        break;
+    case VK_DELETE:
+        m_document.DeleteAfter();
+        break;
+    default:
+        return;
+    }
+    Changed(true);
+}
+
+void EditorWindow::OnVScroll(UINT nCode)
+{
+    HostLog::Write("VSCROLL " + Title() + " " + std::to_string(nCode));
+    const int nTop = m_document.TopLine();
+    const int nPage = std::max(1, VisibleLines() - 1);
+    switch (nCode)
+    {
+    case SB_LINEUP:
+        m_document.SetTopLine(nTop - 1);
+        break;
+    case SB_LINEDOWN:
+        m_document.SetTopLine(nTop + 1);
+        break;
+    case SB_PAGEUP:
+        m_document.SetTopLine(nTop - nPage);
+        break;
+    case SB_PAGEDOWN:
+        m_document.SetTopLine(nTop + nPage);
+        break;
+    case SB_TOP:
+        m_document.SetTopLine(0);
+        break;
+    case SB_BOTTOM:
+        m_document.SetTopLine(m_document.LineCount() - 1);
+        break;
+    case SB_THUMBTRACK:
+    case SB_THUMBPOSITION:
+    {
+        SCROLLINFO si = {};
+        si.cbSize = sizeof(si);
+        si.fMask = SIF_TRACKPOS;
+        if (GetScrollInfo(m_hWnd, SB_VERT, &si))
+            m_document.SetTopLine(si.nTrackPos);
+        break;
+    }
+    default:
+        return;
+    }
+    Changed(false);
+}
+
+void EditorWindow::OnLButtonDown(int x, int y)
+{
+    // Places the insertion point only. Taking the focus on a click is left to
+    // the usual MDI activation (and to the tool).
+    const int nLine = m_document.TopLine() + y / TextPainter::Instance().LineHeight();
+    if (nLine >= m_document.LineCount())
+    {
+        m_document.MoveTo(m_document.LineCount() - 1, std::string::npos);
+    }
+    else
+    {
+        // Walk the line until the insertion point passes the click.
+        const int xText = x - LineNumbers::kWidth - kTextMargin;
+        m_document.MoveTo(nLine, 0);
+        HDC hDC = GetDC(m_hWnd);
+        for (;;)
+        {
+            const size_t nBefore = m_document.CaretColumn();
+            m_document.MoveRight();
+            if (m_document.CaretColumn() == nBefore)
+                break;
+            if (TextPainter::Instance().CaretPosition(hDC, m_document).x > xText)
+            {
+                m_document.MoveTo(nLine, nBefore);
+                break;
+            }
+        }
+        ReleaseDC(m_hWnd, hDC);
+    }
+    Changed(false);
+}
+
+RECT EditorWindow::TextArea() const
+{
+    RECT rc;
+    GetClientRect(m_hWnd, &rc);
+    rc.left = LineNumbers::kWidth;
+    return rc;
+}
+
+int EditorWindow::VisibleLines() const
+{
+    return TextPainter::Instance().VisibleLines(TextArea());
+}
+
+void EditorWindow::Changed(bool bScrollToCaret)
+{
+    if (bScrollToCaret)
+        m_document.ScrollToCaret(VisibleLines());
+    InvalidateRect(m_hWnd, nullptr, FALSE);
+    InvalidateRect(m_hWndNumbers, nullptr, FALSE);
+    UpdateScrollBar();
+    UpdateCaret();
+}
+
+void EditorWindow::UpdateCaret()
+{
+    if (GetFocus() != m_hWnd)
+        return;
+    HDC hDC = GetDC(m_hWnd);
+    const POINT pt = TextPainter::Instance().CaretPosition(hDC, m_document);
+    ReleaseDC(m_hWnd, hDC);
+    SetCaretPos(LineNumbers::kWidth + kTextMargin + pt.x, pt.y);
+}
+
+void EditorWindow::UpdateScrollBar()
+{
+    // Any line may be the top one, so the range reaches one page past the end.
+    SCROLLINFO si = {};
+    si.cbSize = sizeof(si);
+    si.fMask = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL;
+    si.nMin = 0;
+    const int nPage = std::max(1, VisibleLines());
+    si.nMax = m_document.LineCount() - 1 + nPage - 1;
+    si.nPage = static_cast<UINT>(nPage);
+    si.nPos = m_document.TopLine();
+    SetScrollInfo(m_hWnd, SB_VERT, &si, TRUE);
+}
+} // namespace hostide

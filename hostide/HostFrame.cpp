@@ -1,0 +1,348 @@
+#include "HostFrame.h"
+
+#include "EditorWindow.h"
+#include "HostLog.h"
+#include "MdiChild.h"
+#include "ToolBar.h"
+#include "ViewCatalog.h"
+#include "ViewWindow.h"
+
+#include <shellapi.h>
+
+#include <vector>
+
+namespace hostide
+{
+namespace
+{
+const UINT kFirstChildId = 50000; // the Window menu's list of MDI children
+
+WNDPROC g_pfnClientProc = nullptr;
+
+// The MDI client is the system's; its focus is logged on the way through.
+LRESULT CALLBACK ClientProc(HWND hWnd, UINT nMessage, WPARAM wParam, LPARAM lParam)
+{
+    if (nMessage == WM_SETFOCUS)
+        HostLog::Write("SETFOCUS MDIClient");
+    return CallWindowProcA(g_pfnClientProc, hWnd, nMessage, wParam, lParam);
+}
+
+HMENU BuildMenu(HMENU& hWindowMenu)
+{
+    HMENU hMenu = CreateMenu();
+
+    HMENU hFile = CreatePopupMenu();
+    AppendMenuA(hFile, MF_STRING, 1001, "&New");
+    AppendMenuA(hFile, MF_STRING, 1002, "&Open...");
+    AppendMenuA(hFile, MF_STRING, 1006, "&Save");
+    AppendMenuA(hFile, MF_STRING, 1007, "&Close");
+    AppendMenuA(hFile, MF_STRING, 1008, "Close A&ll");
+    AppendMenuA(hMenu, MF_POPUP, reinterpret_cast<UINT_PTR>(hFile), "&File");
+
+    HMENU hEdit = CreatePopupMenu();
+    AppendMenuA(hEdit, MF_STRING, 1040, "&Paste");
+    AppendMenuA(hMenu, MF_POPUP, reinterpret_cast<UINT_PTR>(hEdit), "&Edit");
+
+    HMENU hProject = CreatePopupMenu();
+    AppendMenuA(hProject, MF_STRING, 1018, "&New...");
+    AppendMenuA(hProject, MF_STRING, 1019, "&Open...");
+    AppendMenuA(hProject, MF_STRING, 1030, "&Close");
+    AppendMenuA(hProject, MF_STRING, 1031, "&Save");
+    AppendMenuA(hProject, MF_STRING, 1032, "&Edit...");
+    AppendMenuA(hProject, MF_SEPARATOR, 0, nullptr);
+    AppendMenuA(hProject, MF_STRING, 1033, "&Build");
+    AppendMenuA(hProject, MF_STRING, 1035, "Build &Node");
+    AppendMenuA(hMenu, MF_POPUP, reinterpret_cast<UINT_PTR>(hProject), "&Project");
+
+    HMENU hView = CreatePopupMenu();
+    int nViews = 0;
+    const ViewCatalog::Entry* pViews = ViewCatalog::Entries(nViews);
+    for (int i = 0; i < nViews; ++i)
+    {
+        // "Build Results" has no command of its own: the command line opens it (/view 0).
+        if (pViews[i].nCommand != ViewCatalog::kBuildResults)
+            AppendMenuA(hView, MF_STRING, pViews[i].nCommand, pViews[i].pszMenuText);
+    }
+    AppendMenuA(hMenu, MF_POPUP, reinterpret_cast<UINT_PTR>(hView), "&View");
+
+    hWindowMenu = CreatePopupMenu();
+    AppendMenuA(hWindowMenu, MF_STRING, 1097, "&Save Window Set");
+    AppendMenuA(hWindowMenu, MF_STRING, 1098, "&Open Window Set");
+    AppendMenuA(hWindowMenu, MF_SEPARATOR, 0, nullptr);
+    AppendMenuA(hWindowMenu, MF_STRING, ViewCatalog::kWatchNew, "&Watch New");
+    AppendMenuA(hWindowMenu, MF_STRING, ViewCatalog::kWatchOpen, "Watch O&pen");
+    AppendMenuA(hMenu, MF_POPUP, reinterpret_cast<UINT_PTR>(hWindowMenu), "&Window");
+    return hMenu;
+}
+
+class Clipboard
+{
+public:
+    explicit Clipboard(HWND hWnd) : m_bOpen(OpenClipboard(hWnd) != FALSE) {}
+    ~Clipboard()
+    {
+        if (m_bOpen)
+            CloseClipboard();
+    }
+    Clipboard(const Clipboard&) = delete;
+    Clipboard& operator=(const Clipboard&) = delete;
+
+    // The clipboard's CF_TEXT, or an empty string.
+    std::string Text() const
+    {
+        if (!m_bOpen)
+            return std::string();
+        HANDLE hData = GetClipboardData(CF_TEXT);
+        const char* pszText = hData ? static_cast<const char*>(GlobalLock(hData)) : nullptr;
+        if (!pszText)
+            return std::string();
+        std::string strText(pszText);
+        GlobalUnlock(hData);
+        return strText;
+    }
+
+private:
+    bool m_bOpen;
+};
+
+std::string Escaped(const std::string& strText)
+{
+    std::string strLine;
+    for (char ch : strText)
+    {
+        if (ch == '\r')
+            strLine += "\\r";
+        else if (ch == '\n')
+            strLine += "\\n";
+        else
+            strLine += ch;
+    }
+    return strLine;
+}
+} // namespace
+
+const char HostFrame::kClass[] = "PFE_Frame";
+
+bool HostFrame::Register()
+{
+    return RegisterWindowClass(kClass, 0, reinterpret_cast<HBRUSH>(COLOR_APPWORKSPACE + 1),
+                               LoadCursor(nullptr, IDC_ARROW), LoadIcon(nullptr, IDI_APPLICATION));
+}
+
+HWND HostFrame::Create(const std::string& strProject, int x, int y, int cx, int cy)
+{
+    const std::string strTitle = strProject.empty() ? "Host IDE" : "Host IDE - " + strProject;
+    return HostWindow::Create(std::unique_ptr<HostWindow>(new HostFrame(strProject)), 0, kClass, strTitle.c_str(),
+                              WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, x, y, cx, cy, nullptr, nullptr);
+}
+
+HostFrame* HostFrame::From(HWND hWnd)
+{
+    return dynamic_cast<HostFrame*>(FromHandle(hWnd));
+}
+
+LRESULT HostFrame::DefaultProc(UINT nMessage, WPARAM wParam, LPARAM lParam)
+{
+    return DefFrameProcA(m_hWnd, m_hWndClient, nMessage, wParam, lParam);
+}
+
+LRESULT HostFrame::HandleMessage(UINT nMessage, WPARAM wParam, LPARAM lParam)
+{
+    if (nMessage >= 0xC000 && nMessage <= 0xFFFF)
+    {
+        OnRegisteredMessage(nMessage);
+        return DefaultProc(nMessage, wParam, lParam);
+    }
+    switch (nMessage)
+    {
+    case WM_CREATE:
+        return OnCreate() ? 0 : -1;
+    case WM_SIZE:
+        // Not DefFrameProc: it would lay the client over the tool bar.
+        if (wParam != SIZE_MINIMIZED)
+            OnSize();
+        return 0;
+    case WM_COMMAND:
+        if (OnCommand(LOWORD(wParam)))
+            return 0;
+        break;
+    case WM_DROPFILES:
+        OnDropFiles(reinterpret_cast<HDROP>(wParam));
+        return 0;
+    case WM_DESTROY:
+        PostQuitMessage(0);
+        return 0;
+    default:
+        break;
+    }
+    return DefaultProc(nMessage, wParam, lParam);
+}
+
+bool HostFrame::OnCreate()
+{
+    HMENU hWindowMenu = nullptr;
+    SetMenu(m_hWnd, BuildMenu(hWindowMenu));
+    m_hWndToolBar = ToolBar::Create(m_hWnd);
+
+    CLIENTCREATESTRUCT ccs = {};
+    ccs.hWindowMenu = hWindowMenu;
+    ccs.idFirstChild = kFirstChildId;
+    m_hWndClient = CreateWindowExA(WS_EX_CLIENTEDGE, "MDIClient", nullptr,
+                                   WS_CHILD | WS_CLIPCHILDREN | WS_VSCROLL | WS_HSCROLL | WS_VISIBLE, 0, 0, 0, 0,
+                                   m_hWnd, nullptr, GetModuleHandleA(nullptr), &ccs);
+    if (!m_hWndToolBar || !m_hWndClient)
+        return false;
+    g_pfnClientProc = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrA(m_hWndClient, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(ClientProc)));
+    DragAcceptFiles(m_hWnd, TRUE);
+    return true;
+}
+
+void HostFrame::OnSize()
+{
+    // The size is read back rather than taken from lParam: the tool posts
+    // WM_SIZE with lParam 0 to have the layout done again. The tool narrows
+    // the client afterwards; only this message puts it back over everything.
+    RECT rc;
+    GetClientRect(m_hWnd, &rc);
+    MoveWindow(m_hWndToolBar, 0, 0, rc.right, ToolBar::kHeight, TRUE);
+    MoveWindow(m_hWndClient, 0, ToolBar::kHeight, rc.right, rc.bottom > ToolBar::kHeight ? rc.bottom - ToolBar::kHeight : 0,
+               TRUE);
+}
+
+bool HostFrame::OnCommand(UINT nCommand)
+{
+    HostLog::Write("COMMAND " + std::to_string(nCommand));
+    if (ViewCatalog::IsView(nCommand) && nCommand != ViewCatalog::kBuildResults)
+    {
+        OpenView(nCommand);
+        return true;
+    }
+    switch (nCommand)
+    {
+    case 1001:
+        EditorWindow::Open(m_hWndClient, "Untitled", false);
+        return true;
+    case 1006:
+    {
+        EditorWindow* pEditor = EditorWindow::From(ActiveChild());
+        if (pEditor && pEditor->Save())
+            HostLog::Write("SAVE " + pEditor->Path());
+        return true;
+    }
+    case 1007:
+        if (HWND hWndChild = ActiveChild())
+            SendMessageA(hWndChild, WM_CLOSE, 0, 0);
+        return true;
+    case 1008:
+        CloseAll();
+        return true;
+    case 1040:
+        Paste();
+        return true;
+    case 1033:
+    case 1035:
+        HostLog::Write("BUILD " + std::to_string(nCommand));
+        return true;
+    case kCtrlE:
+        HostLog::Write("HOSTKEY " + std::to_string(kCtrlE));
+        return true;
+    case ViewCatalog::kWatchNew:
+    case ViewCatalog::kWatchOpen:
+    {
+        const std::string strTitle = "Watch " + std::to_string(++m_nWatches);
+        if (ViewWindow::Open(m_hWndClient, strTitle, ViewCatalog::WatchContent()))
+            HostLog::Write("VIEW " + std::to_string(nCommand) + " " + strTitle);
+        return true;
+    }
+    case 1002:
+    case 1018:
+    case 1019:
+    case 1030:
+    case 1031:
+    case 1032:
+    case 1097:
+    case 1098:
+        return true; // the real host shows a dialog here; the stand-in only logs
+    default:
+        return false; // the Window menu's child list and the children's own commands
+    }
+}
+
+void HostFrame::OnDropFiles(HDROP hDrop)
+{
+    const UINT nFiles = DragQueryFileA(hDrop, 0xFFFFFFFF, nullptr, 0);
+    for (UINT i = 0; i < nFiles; ++i)
+    {
+        char szPath[MAX_PATH] = {};
+        if (DragQueryFileA(hDrop, i, szPath, MAX_PATH) == 0)
+            continue;
+        HostLog::Write(std::string("DROP ") + szPath);
+        OpenFile(szPath);
+    }
+    DragFinish(hDrop);
+}
+
+void HostFrame::OnRegisteredMessage(UINT nMessage)
+{
+    char szName[256] = {};
+    if (GetClipboardFormatNameA(nMessage, szName, sizeof(szName)) > 0)
+        HostLog::Write(std::string("REGMSG ") + szName);
+}
+
+void HostFrame::OpenFile(const std::string& strPath)
+{
+    // Paths are compared as Windows does, without regard to case.
+    if (HWND hWndEditor = MdiChild::Find(m_hWndClient, EditorWindow::kClass, strPath, true))
+        MdiChild::Activate(hWndEditor);
+    else
+        EditorWindow::Open(m_hWndClient, strPath, true);
+}
+
+void HostFrame::OpenView(UINT nCommand)
+{
+    const std::string strTitle = ViewCatalog::Title(nCommand, m_strProject);
+    if (strTitle.empty())
+        return;
+    HWND hWndView = MdiChild::Find(m_hWndClient, ViewWindow::kClass, strTitle, false);
+    if (hWndView)
+        MdiChild::Activate(hWndView);
+    else
+        hWndView = ViewWindow::Open(m_hWndClient, strTitle, ViewCatalog::Content(nCommand, m_strProject, strTitle));
+    if (hWndView)
+        HostLog::Write("VIEW " + std::to_string(nCommand) + " " + strTitle);
+}
+
+HWND HostFrame::ActiveChild() const
+{
+    return reinterpret_cast<HWND>(SendMessageA(m_hWndClient, WM_MDIGETACTIVE, 0, 0));
+}
+
+void HostFrame::Paste()
+{
+    // The sender waits for this message: the text is in the editor before
+    // SendMessage returns there.
+    EditorWindow* pEditor = EditorWindow::From(ActiveChild());
+    if (!pEditor)
+        return;
+    const std::string strText = Clipboard(m_hWnd).Text();
+    if (strText.empty())
+        return;
+    pEditor->InsertText(strText);
+    UpdateWindow(pEditor->Handle());
+    HostLog::Write("PASTE " + Escaped(strText));
+}
+
+void HostFrame::CloseAll()
+{
+    std::vector<HWND> children;
+    MdiChild::ForEach(
+        m_hWndClient, [](HWND hWnd, void* pContext) { static_cast<std::vector<HWND>*>(pContext)->push_back(hWnd); },
+        &children);
+    for (HWND hWnd : children)
+    {
+        if (IsWindow(hWnd))
+            SendMessageA(hWnd, WM_CLOSE, 0, 0);
+    }
+}
+} // namespace hostide

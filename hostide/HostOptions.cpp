@@ -1,0 +1,86 @@
+#include "HostOptions.h"
+
+#include <windows.h>
+
+#include <stdio.h>
+
+namespace hostide
+{
+namespace
+{
+std::string FullPath(const std::string& strPath)
+{
+    char szFull[MAX_PATH] = {};
+    const DWORD dwLength = GetFullPathNameA(strPath.c_str(), MAX_PATH, szFull, nullptr);
+    return dwLength > 0 && dwLength < MAX_PATH ? std::string(szFull) : strPath;
+}
+} // namespace
+
+std::vector<std::string> HostOptions::SplitArguments(const char* pszCommandLine)
+{
+    // Blanks separate words except inside double quotes; the quotes go.
+    std::vector<std::string> arguments;
+    const char* p = pszCommandLine ? pszCommandLine : "";
+    for (;;)
+    {
+        while (*p == ' ' || *p == '\t')
+            ++p;
+        if (!*p)
+            break;
+        std::string strWord;
+        bool bQuoted = false;
+        for (; *p && (bQuoted || (*p != ' ' && *p != '\t')); ++p)
+        {
+            if (*p == '"')
+                bQuoted = !bQuoted;
+            else
+                strWord += *p;
+        }
+        arguments.push_back(strWord);
+    }
+    return arguments;
+}
+
+HostOptions HostOptions::Parse(const char* pszCommandLine)
+{
+    HostOptions options;
+    const std::vector<std::string> arguments = SplitArguments(pszCommandLine);
+    for (size_t i = 1; i < arguments.size(); ++i)
+    {
+        const std::string& strSwitch = arguments[i];
+        if (i + 1 >= arguments.size())
+            break; // every switch takes a value
+        const std::string& strValue = arguments[i + 1];
+        if (_stricmp(strSwitch.c_str(), "/log") == 0)
+            options.strLog = FullPath(strValue);
+        else if (_stricmp(strSwitch.c_str(), "/project") == 0)
+            options.strProject = strValue;
+        else if (_stricmp(strSwitch.c_str(), "/open") == 0)
+            options.windows.push_back({false, FullPath(strValue)});
+        else if (_stricmp(strSwitch.c_str(), "/view") == 0)
+            options.windows.push_back({true, strValue});
+        else if (_stricmp(strSwitch.c_str(), "/size") == 0)
+        {
+            int cx = 0, cy = 0;
+            if (sscanf(strValue.c_str(), "%dx%d", &cx, &cy) == 2 && cx > 0 && cy > 0)
+            {
+                options.cx = cx;
+                options.cy = cy;
+            }
+        }
+        else if (_stricmp(strSwitch.c_str(), "/pos") == 0)
+        {
+            int x = 0, y = 0;
+            if (sscanf(strValue.c_str(), "%d,%d", &x, &y) == 2)
+            {
+                options.x = x;
+                options.y = y;
+            }
+        }
+        else
+            continue; // not a switch: look at the next word
+        ++i;
+    }
+    return options;
+}
+} // namespace hostide

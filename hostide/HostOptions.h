@@ -1,0 +1,33 @@
+// The command line of the stand-in:
+//   HOSTIDE.exe [/log <file>] [/project <path>] [/open <file>]... [/view <id>]...
+//               [/size <w>x<h>] [/pos <x>,<y>]
+// Windows named by /open and /view open in the order given.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace hostide
+{
+struct HostOptions
+{
+    struct Window
+    {
+        bool bView;        // /view, else /open
+        std::string strArgument; // the file, or the view's command id
+    };
+
+    std::string strLog;
+    std::string strProject;
+    std::vector<Window> windows;
+    int x = 20;
+    int y = 20;
+    int cx = 1000;
+    int cy = 720;
+
+    // Parses a whole command line (the program's name first); unknown words
+    // and malformed values are passed over.
+    static HostOptions Parse(const char* pszCommandLine);
+    static std::vector<std::string> SplitArguments(const char* pszCommandLine);
+};
+} // namespace hostide

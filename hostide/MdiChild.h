@@ -1,0 +1,29 @@
+// What editors and views have in common as MDI children: their unhandled
+// messages go to DefMDIChildProc, their closing and activation are logged,
+// and the mouse wheel does nothing in them.
+#pragma once
+
+#include "HostWindow.h"
+
+#include <string>
+
+namespace hostide
+{
+class MdiChild : public HostWindow
+{
+public:
+    std::string Title() const;
+
+    // Every MDI child of the client, in window order.
+    static void ForEach(HWND hWndClient, void (*pfnVisit)(HWND hWndChild, void* pContext), void* pContext);
+    // The first MDI child of this class whose title equals strTitle (exactly,
+    // or without regard to case when bIgnoreCase is set), or null.
+    static HWND Find(HWND hWndClient, const char* pszClass, const std::string& strTitle, bool bIgnoreCase);
+    static void Activate(HWND hWndChild);
+
+protected:
+    LRESULT DefaultProc(UINT nMessage, WPARAM wParam, LPARAM lParam) override;
+    // Handles the messages common to all children; false for the others.
+    bool HandleCommon(UINT nMessage, WPARAM wParam, LPARAM lParam, LRESULT& lResult);
+};
+} // namespace hostide
