@@ -237,6 +237,8 @@ class Rejections(Converter):
     def test_bad_art_fails_with_the_place_of_the_fault(self):
         for name, kind, arts, extra, pattern in BAD:
             with self.subTest(name):
+                if os.path.exists(self.out):
+                    os.remove(self.out)
                 result = self.run_textart(kind, arts, *extra)
                 self.expect_failure(result, pattern)
                 self.assertFalse(os.path.exists(self.out))
