@@ -1,0 +1,637 @@
+// The hook library in real processes under Wine: the stand-in host IDE, the
+// fake tool (FAKETOOL.exe, which logs every record it gets) and this program,
+// which drives the host's windows and reads both logs.
+#include <windows.h>
+
+#include <stdio.h>
+#include <stdlib.h>
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "Fixture.h"
+#include "QuorvantHook.h"
+#include "TestRunner.h"
+
+namespace
+{
+const UINT kHangMessage = WM_APP + 1; // FAKETOOL.exe: stop answering for wParam ms
+const UINT kWheelUp = MAKEWPARAM(0, 120);
+
+struct Record
+{
+    std::string strWhat; // CREATE, BEFORE, AFTER, DESTROY, BAD, READY, HANG, AWAKE, EXIT
+    unsigned nKind = 0;
+    HWND hWnd = nullptr;
+    unsigned nMessage = 0;
+    unsigned nWParam = 0;
+    unsigned nFlags = 0;
+    unsigned nNumber = 0; // READY: installHook's result; EXIT: windows left
+};
+
+HWND ParseWindow(const std::string& strWord)
+{
+    return reinterpret_cast<HWND>(static_cast<LONG_PTR>(static_cast<int32_t>(strtoul(strWord.c_str(), nullptr, 16))));
+}
+
+std::string Hex(HWND hWnd)
+{
+    char szText[16];
+    snprintf(szText, sizeof(szText), "%08X", HookWindowWord(hWnd));
+    return szText;
+}
+
+// FAKETOOL.exe in a process of its own, with its record log.
+class FakeTool
+{
+public:
+    explicit FakeTool(const std::string& strDir, const char* pszTag = "tool")
+        : m_strLog(strDir + pszTag + ".log")
+    {
+    }
+
+    bool Start(const std::string& strOptions = std::string())
+    {
+        DeleteFileA(m_strLog.c_str());
+        const std::string strCommand =
+            "\"" + qt::ExeDir() + "FAKETOOL.exe\" /log \"" + m_strLog + "\" " + strOptions;
+        if (!m_process.Start(strCommand))
+            return false;
+        if (!qt::WaitFor([&] { return Count("READY") > 0 || !m_process.IsRunning(); }, 10000))
+            return false;
+        for (const Record& record : Records())
+            if (record.strWhat == "READY")
+                m_hWnd = record.hWnd;
+        return m_hWnd != nullptr;
+    }
+
+    std::vector<Record> Records() const
+    {
+        std::vector<Record> records;
+        for (const std::string& strLine : qt::SplitLines(qt::ReadTextFile(m_strLog)))
+        {
+            std::istringstream words(strLine);
+            Record record;
+            std::string strA, strB, strC, strD;
+            words >> record.strWhat >> strA >> strB >> strC >> strD;
+            if (record.strWhat == "CREATE")
+            {
+                record.nKind = static_cast<unsigned>(atoi(strA.c_str()));
+                record.hWnd = ParseWindow(strB);
+            }
+            else if (record.strWhat == "BEFORE" || record.strWhat == "AFTER")
+            {
+                record.hWnd = ParseWindow(strA);
+                record.nMessage = static_cast<unsigned>(strtoul(strB.c_str(), nullptr, 10));
+                record.nWParam = static_cast<unsigned>(strtoul(strC.c_str(), nullptr, 10));
+                record.nFlags = static_cast<unsigned>(strtoul(strD.c_str(), nullptr, 10));
+            }
+            else if (record.strWhat == "DESTROY")
+            {
+                record.hWnd = ParseWindow(strA);
+            }
+            else if (record.strWhat == "READY")
+            {
+                record.hWnd = ParseWindow(strA);
+                record.nNumber = static_cast<unsigned>(atoi(strB.c_str()));
+            }
+            else if (record.strWhat == "EXIT")
+            {
+                record.nNumber = static_cast<unsigned>(atoi(strA.c_str()));
+            }
+            if (!record.strWhat.empty())
+                records.push_back(record);
+        }
+        return records;
+    }
+
+    int Count(const std::string& strWhat, HWND hWnd = nullptr, unsigned nMessage = 0) const
+    {
+        int nCount = 0;
+        for (const Record& record : Records())
+            nCount += record.strWhat == strWhat && (!hWnd || record.hWnd == hWnd) &&
+                              (!nMessage || record.nMessage == nMessage)
+                          ? 1
+                          : 0;
+        return nCount;
+    }
+
+    bool WaitCount(const std::string& strWhat, int nCount, HWND hWnd = nullptr, unsigned nMessage = 0,
+                   DWORD dwTimeoutMs = 5000) const
+    {
+        return qt::WaitFor([&] { return Count(strWhat, hWnd, nMessage) >= nCount; }, dwTimeoutMs);
+    }
+
+    // Windows with a CREATE and no DESTROY after it; fails the test when a
+    // window is created twice without a destroy between (two items in the
+    // tool for one window), destroyed without being created, or reported
+    // after its destroy.
+    std::map<HWND, unsigned> Reported() const
+    {
+        std::map<HWND, unsigned> reported;
+        std::set<HWND> destroyed;
+        for (const Record& record : Records())
+        {
+            if (record.strWhat == "CREATE")
+            {
+                if (reported.count(record.hWnd))
+                    qt::Fail(__FILE__, __LINE__, "a second CREATE without DESTROY for " + Hex(record.hWnd));
+                reported[record.hWnd] = record.nKind;
+                destroyed.erase(record.hWnd);
+            }
+            else if (record.strWhat == "DESTROY")
+            {
+                // A destroy of a window the tool never had is harmless (it
+                // happens after a hang); one after a destroy is too.
+                reported.erase(record.hWnd);
+                destroyed.insert(record.hWnd);
+            }
+            else if ((record.strWhat == "BEFORE" || record.strWhat == "AFTER") && !reported.count(record.hWnd))
+            {
+                qt::Fail(__FILE__, __LINE__, "a message record for an unreported window " + Hex(record.hWnd));
+            }
+        }
+        return reported;
+    }
+
+    void Hang(DWORD dwMs) const { PostMessageA(m_hWnd, kHangMessage, dwMs, 0); }
+
+    // uninstallHook, then the wait for the destroys; true when it ended.
+    bool Close()
+    {
+        PostMessageA(m_hWnd, WM_CLOSE, 0, 0);
+        return m_process.WaitExit(10000);
+    }
+
+    HWND Window() const { return m_hWnd; }
+    qt::Process& GetProcess() { return m_process; }
+
+private:
+    std::string m_strLog;
+    qt::Process m_process;
+    HWND m_hWnd = nullptr;
+};
+
+std::string ClassOf(HWND hWnd)
+{
+    char szClass[128] = {};
+    GetClassNameA(hWnd, szClass, sizeof(szClass));
+    return szClass;
+}
+
+// Every window of the host the library must watch, with its kind, worked out
+// from the outside from the classes and the parents.
+std::map<HWND, unsigned> ExpectedWindows(HWND hWndFrame)
+{
+    std::map<HWND, unsigned> expected;
+    if (!hWndFrame)
+        return expected;
+    expected[hWndFrame] = KIND_FRAME;
+    HWND hWndClient = FindWindowExA(hWndFrame, nullptr, "MDIClient", nullptr);
+    if (!hWndClient)
+        return expected;
+    expected[hWndClient] = KIND_CLIENT;
+    for (HWND hWndChild = GetWindow(hWndClient, GW_CHILD); hWndChild; hWndChild = GetWindow(hWndChild, GW_HWNDNEXT))
+    {
+        expected[hWndChild] = KIND_CHILD;
+        for (HWND hWndInner = GetWindow(hWndChild, GW_CHILD); hWndInner; hWndInner = GetWindow(hWndInner, GW_HWNDNEXT))
+            expected[hWndInner] = ClassOf(hWndInner) == "PFE_Text" ? KIND_TEXT : KIND_NUM;
+    }
+    return expected;
+}
+
+// The tool knows exactly the host's watched windows, each with its kind, and
+// heard of every parent before its children.
+void CheckReportsMatchHost(const FakeTool& tool, HWND hWndFrame)
+{
+    const std::map<HWND, unsigned> expected = ExpectedWindows(hWndFrame);
+    const std::map<HWND, unsigned> reported = tool.Reported();
+    CHECK_EQ(reported.size(), expected.size());
+    for (const auto& window : expected)
+    {
+        const auto found = reported.find(window.first);
+        if (found == reported.end())
+            qt::Fail(__FILE__, __LINE__, "not reported: " + Hex(window.first) + " " + ClassOf(window.first));
+        else
+            CHECK_EQ(found->second, window.second);
+    }
+    std::set<HWND> seen;
+    for (const Record& record : tool.Records())
+    {
+        if (record.strWhat != "CREATE")
+            continue;
+        // (A window destroyed since has no parent to ask for.)
+        if (record.nKind != KIND_FRAME && IsWindow(record.hWnd) && !seen.count(GetParent(record.hWnd)))
+            qt::Fail(__FILE__, __LINE__, "reported before its parent: " + Hex(record.hWnd));
+        seen.insert(record.hWnd);
+    }
+    CHECK_EQ(tool.Count("BAD"), 0);
+}
+
+// Posts a WM_VSCROLL behind whatever was posted to the window before and
+// waits until the host has logged it: everything before it is handled.
+bool Drain(const qt::Host& host, HWND hWnd, DWORD dwTimeoutMs = 5000)
+{
+    char szTitle[1024] = {};
+    GetWindowTextA(hWnd, szTitle, sizeof(szTitle));
+    const std::string strLine = std::string("VSCROLL ") + szTitle + " 1";
+    const int nBefore = host.CountLog(strLine);
+    PostMessageA(hWnd, WM_VSCROLL, SB_LINEDOWN, 0);
+    return host.WaitLog(strLine, dwTimeoutMs, nBefore + 1);
+}
+
+// Ten wheel notches posted to an editor, then the time until the host has
+// handled them all.
+DWORD TimeWheelBurst(const qt::Host& host, HWND hWndEditor)
+{
+    const DWORD dwStart = GetTickCount();
+    for (int i = 0; i < 10; ++i)
+        PostMessageA(hWndEditor, WM_MOUSEWHEEL, kWheelUp, 0);
+    Drain(host, hWndEditor);
+    return GetTickCount() - dwStart;
+}
+
+void SendKey(WORD wKey, bool bUp)
+{
+    INPUT input = {};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = wKey;
+    input.ki.dwFlags = bUp ? KEYEVENTF_KEYUP : 0;
+    SendInput(1, &input, sizeof(input));
+}
+
+// Real input to the host: the frame in the foreground, the keys through the
+// system's input queue, so the host's accelerator table sees them.
+bool PressWithControl(const qt::Host& host, WORD wKey)
+{
+    SetForegroundWindow(host.Frame());
+    if (!qt::WaitFor([&] { return GetForegroundWindow() == host.Frame(); }, 3000))
+        return false;
+    SendKey(VK_CONTROL, false);
+    SendKey(wKey, false);
+    SendKey(wKey, true);
+    SendKey(VK_CONTROL, true);
+    return true;
+}
+
+struct Session
+{
+    explicit Session(const char* pszTag) : strDir(qt::MakeScratchDir(pszTag)), host(strDir), tool(strDir) {}
+    std::string File(const char* pszName) const { return strDir + pszName; }
+    std::string strDir;
+    qt::Host host;
+    FakeTool tool;
+};
+} // namespace
+
+TEST_CASE(entering_a_running_host_reports_its_windows_parents_first)
+{
+    Session s("hook-enter");
+    REQUIRE(s.host.Start("/open \"" + s.File("a.c") + "\" /open \"" + s.File("b.c") + "\" /view 1117"));
+    REQUIRE(s.tool.Start());
+    HWND hWndFrame = s.host.Frame();
+    // Entering happens inside installHook: every window is known when it returns.
+    CHECK_EQ(s.tool.Count("CREATE"), 8); // frame, client, 2 editors + gutters, a view + its text
+    CheckReportsMatchHost(s.tool, hWndFrame);
+    CHECK_EQ(s.tool.Records().front().strWhat, std::string("CREATE"));
+    // The tool's dock bar message comes back as a code 3 record after the host handled it.
+    CHECK(s.host.WaitLog(qt::kDockBarAnnouncement, 5000));
+    const UINT uDockBar = RegisterWindowMessageA("49ED7A1D-5042-42B2-9095-89DBDA86205C");
+    CHECK(s.tool.WaitCount("AFTER", 1, hWndFrame, uDockBar));
+    // The tool bar is the frame's child but no window of the tool's.
+    HWND hWndToolBar = FindWindowExA(hWndFrame, nullptr, "PFE_TBar", nullptr);
+    CHECK(hWndToolBar != nullptr);
+    CHECK(s.tool.Reported().count(hWndToolBar) == 0);
+    CHECK_EQ(s.tool.Records()[0].nKind, 1u);
+}
+
+TEST_CASE(a_host_started_after_install_reports_its_windows_as_they_come)
+{
+    Session s("hook-later");
+    REQUIRE(s.tool.Start());
+    REQUIRE(s.host.Start("/open \"" + s.File("a.c") + "\" /view 1118"));
+    HWND hWndFrame = s.host.Frame();
+    REQUIRE(s.tool.WaitCount("CREATE", 6));
+    CHECK(s.host.WaitLog(qt::kDockBarAnnouncement, 5000));
+    CheckReportsMatchHost(s.tool, hWndFrame);
+    // Windows made later, by a command, are reported too.
+    PostMessageA(hWndFrame, WM_COMMAND, 1001, 0);
+    CHECK(s.tool.WaitCount("CREATE", 8));
+    CheckReportsMatchHost(s.tool, hWndFrame);
+}
+
+TEST_CASE(frame_size_comes_before_and_after_the_host_handles_it)
+{
+    Session s("hook-size");
+    REQUIRE(s.host.Start());
+    REQUIRE(s.tool.Start());
+    HWND hWndFrame = s.host.Frame();
+    const int nBefore = s.tool.Count("AFTER", hWndFrame, WM_SIZE);
+    SetWindowPos(hWndFrame, nullptr, 0, 0, 900, 640, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    REQUIRE(s.tool.WaitCount("AFTER", nBefore + 1, hWndFrame, WM_SIZE));
+    // The last two frame WM_SIZE records: code 2, then code 3.
+    std::vector<std::string> sizes;
+    for (const Record& record : s.tool.Records())
+        if (record.hWnd == hWndFrame && record.nMessage == WM_SIZE)
+            sizes.push_back(record.strWhat);
+    REQUIRE(sizes.size() >= 2);
+    CHECK_EQ(sizes[sizes.size() - 2], std::string("BEFORE"));
+    CHECK_EQ(sizes[sizes.size() - 1], std::string("AFTER"));
+    // Title changes and commands of the frame come as code 3 only.
+    SetWindowTextA(hWndFrame, "Host IDE - retitled");
+    PostMessageA(hWndFrame, WM_COMMAND, 1033, 0);
+    CHECK(s.tool.WaitCount("AFTER", 1, hWndFrame, WM_SETTEXT));
+    CHECK(s.tool.WaitCount("AFTER", 1, hWndFrame, WM_COMMAND));
+    CHECK_EQ(s.tool.Count("BEFORE", hWndFrame, WM_SETTEXT), 0);
+    CHECK_EQ(s.tool.Count("BEFORE", hWndFrame, WM_COMMAND), 0);
+}
+
+TEST_CASE(a_wheel_notch_gives_one_record_of_the_window_under_it)
+{
+    Session s("hook-wheel");
+    REQUIRE(s.host.Start("/open \"" + s.File("a.c") + "\" /view 1117"));
+    REQUIRE(s.tool.Start());
+    HWND hWndEditor = s.host.FindWindowByTitle(s.File("a.c"));
+    HWND hWndView = s.host.FindWindowByTitle("Program Memory Window");
+    REQUIRE(hWndEditor && hWndView);
+    HWND hWndViewText = FindWindowExA(hWndView, nullptr, "PFE_Text", nullptr);
+    HWND hWndGutter = FindWindowExA(hWndEditor, nullptr, "PFE_Num", nullptr);
+    REQUIRE(hWndViewText && hWndGutter);
+
+    PostMessageA(hWndEditor, WM_MOUSEWHEEL, kWheelUp, 0);
+    PostMessageA(hWndViewText, WM_MOUSEWHEEL, MAKEWPARAM(0, -120), 0);
+    PostMessageA(hWndGutter, WM_MOUSEWHEEL, kWheelUp, 0); // kind 5: not acted on
+    REQUIRE(Drain(s.host, hWndEditor));
+    CHECK_EQ(s.tool.Count("AFTER", hWndEditor, WM_MOUSEWHEEL), 1);
+    CHECK_EQ(s.tool.Count("AFTER", hWndViewText, WM_MOUSEWHEEL), 1);
+    CHECK_EQ(s.tool.Count("AFTER", hWndView, WM_MOUSEWHEEL), 0);
+    CHECK_EQ(s.tool.Count("AFTER", hWndGutter, WM_MOUSEWHEEL), 0);
+    CHECK_EQ(s.tool.Count("BEFORE", hWndEditor), 0);
+    for (const Record& record : s.tool.Records())
+        if (record.nMessage == WM_MOUSEWHEEL && record.hWnd == hWndEditor)
+            CHECK_EQ(record.nWParam, static_cast<unsigned>(kWheelUp));
+
+    // Buttons by kind: the client takes all three, text and gutter left and middle.
+    HWND hWndClient = FindWindowExA(s.host.Frame(), nullptr, "MDIClient", nullptr);
+    PostMessageA(hWndClient, WM_RBUTTONDOWN, 0, 0);
+    PostMessageA(hWndGutter, WM_RBUTTONDOWN, 0, 0);
+    PostMessageA(hWndGutter, WM_MBUTTONDOWN, 0, 0);
+    PostMessageA(hWndViewText, WM_LBUTTONDOWN, 0, 0);
+    REQUIRE(Drain(s.host, hWndEditor));
+    CHECK_EQ(s.tool.Count("AFTER", hWndClient, WM_RBUTTONDOWN), 1);
+    CHECK_EQ(s.tool.Count("AFTER", hWndGutter, WM_RBUTTONDOWN), 0);
+    CHECK_EQ(s.tool.Count("AFTER", hWndGutter, WM_MBUTTONDOWN), 1);
+    CHECK_EQ(s.tool.Count("AFTER", hWndViewText, WM_LBUTTONDOWN), 1);
+}
+
+TEST_CASE(ctrl_e_is_reported_once_although_the_host_takes_it_as_an_accelerator)
+{
+    Session s("hook-ctrle");
+    REQUIRE(s.host.Start("/open \"" + s.File("a.c") + "\""));
+    REQUIRE(s.tool.Start());
+    HWND hWndEditor = s.host.FindWindowByTitle(s.File("a.c"));
+    REQUIRE(hWndEditor);
+    REQUIRE(PressWithControl(s.host, 'E'));
+    CHECK(s.host.WaitLog("HOSTKEY 1099", 5000));
+    REQUIRE(Drain(s.host, hWndEditor));
+    CHECK_EQ(s.tool.Count("AFTER", hWndEditor, WM_KEYDOWN), 1);
+    for (const Record& record : s.tool.Records())
+    {
+        if (record.nMessage == WM_KEYDOWN)
+        {
+            CHECK_EQ(record.nWParam, 69u);
+            CHECK_EQ(record.nFlags, static_cast<unsigned>(HOOK_FLAG_CONTROL));
+        }
+    }
+
+    // Ctrl+Enter reaches the editor's procedure as well: still one record.
+    REQUIRE(PressWithControl(s.host, VK_RETURN));
+    CHECK(s.host.WaitLog("KEYDOWN " + s.File("a.c") + " 13 ctrl=1", 5000));
+    REQUIRE(Drain(s.host, hWndEditor));
+    CHECK_EQ(s.tool.Count("AFTER", hWndEditor, WM_KEYDOWN), 2);
+
+    // Keys without Ctrl, and other keys with it, are the host's alone.
+    SendKey('E', false);
+    SendKey('E', true);
+    SendKey(VK_RETURN, false);
+    SendKey(VK_RETURN, true);
+    REQUIRE(PressWithControl(s.host, 'K'));
+    CHECK(s.host.WaitLog("KEYDOWN " + s.File("a.c") + " 75 ctrl=1", 5000));
+    REQUIRE(Drain(s.host, hWndEditor));
+    CHECK_EQ(s.tool.Count("AFTER", hWndEditor, WM_KEYDOWN), 2);
+}
+
+TEST_CASE(a_posted_ctrl_enter_is_reported_from_the_window_procedure)
+{
+    Session s("hook-postkey");
+    REQUIRE(s.host.Start("/open \"" + s.File("a.c") + "\""));
+    REQUIRE(s.tool.Start());
+    HWND hWndEditor = s.host.FindWindowByTitle(s.File("a.c"));
+    REQUIRE(hWndEditor);
+    // Posted keys bypass the keyboard hook; Ctrl is held for real meanwhile.
+    SetForegroundWindow(s.host.Frame());
+    REQUIRE(qt::WaitFor([&] { return GetForegroundWindow() == s.host.Frame(); }, 3000));
+    SendKey(VK_CONTROL, false);
+    CHECK(s.host.WaitLog("KEYDOWN " + s.File("a.c") + " 17 ctrl=1", 5000));
+    PostMessageA(hWndEditor, WM_KEYDOWN, VK_RETURN, 0x001C0001);
+    PostMessageA(hWndEditor, WM_KEYDOWN, 'X', 0x002D0001);
+    REQUIRE(Drain(s.host, hWndEditor));
+    SendKey(VK_CONTROL, true);
+    CHECK_EQ(s.tool.Count("AFTER", hWndEditor, WM_KEYDOWN), 1);
+    // Without Ctrl: nothing. A key after the release shows that the host has
+    // taken the release from its input queue.
+    SendKey('X', false);
+    SendKey('X', true);
+    CHECK(s.host.WaitLog("KEYDOWN " + s.File("a.c") + " 88 ctrl=0", 5000));
+    PostMessageA(hWndEditor, WM_KEYDOWN, VK_RETURN, 0x001C0001);
+    REQUIRE(Drain(s.host, hWndEditor));
+    CHECK_EQ(s.tool.Count("AFTER", hWndEditor, WM_KEYDOWN), 1);
+}
+
+TEST_CASE(uninstall_reports_every_window_gone_and_a_new_tool_enters_again)
+{
+    Session s("hook-leave");
+    REQUIRE(s.host.Start("/open \"" + s.File("a.c") + "\" /view 1117"));
+    REQUIRE(s.tool.Start());
+    HWND hWndFrame = s.host.Frame();
+    HWND hWndEditor = s.host.FindWindowByTitle(s.File("a.c"));
+    REQUIRE(s.tool.WaitCount("CREATE", 6));
+    REQUIRE(s.tool.Close());
+    const std::vector<Record> records = s.tool.Records();
+    REQUIRE(!records.empty());
+    CHECK_EQ(records.back().strWhat, std::string("EXIT"));
+    CHECK_EQ(records.back().nNumber, 0u);
+    CHECK(s.tool.Reported().empty());
+    CHECK_EQ(s.tool.Count("DESTROY"), 6);
+
+    // The host runs on without us: its windows still work, and it answers.
+    CHECK(s.host.GetProcess().IsRunning());
+    CHECK(Drain(s.host, hWndEditor));
+    DWORD_PTR dwResult = 0;
+    CHECK(SendMessageTimeoutA(hWndFrame, WM_NULL, 0, 0, SMTO_NORMAL, 2000, &dwResult) != 0);
+
+    // A second tool finds the same host and every window again, also those
+    // whose subclass stayed in place under the host's own.
+    FakeTool second(s.strDir, "second");
+    REQUIRE(second.Start());
+    CheckReportsMatchHost(second, hWndFrame);
+    PostMessageA(hWndEditor, WM_MOUSEWHEEL, kWheelUp, 0);
+    REQUIRE(Drain(s.host, hWndEditor));
+    CHECK_EQ(second.Count("AFTER", hWndEditor, WM_MOUSEWHEEL), 1);
+    CHECK_EQ(s.tool.Count("AFTER", hWndEditor, WM_MOUSEWHEEL), 0);
+    REQUIRE(second.Close());
+    CHECK(second.Reported().empty());
+}
+
+TEST_CASE(closing_an_mdi_child_reports_it_and_its_inner_windows_gone)
+{
+    Session s("hook-close");
+    REQUIRE(s.host.Start("/open \"" + s.File("a.c") + "\" /open \"" + s.File("b.c") + "\""));
+    REQUIRE(s.tool.Start());
+    HWND hWndEditor = s.host.FindWindowByTitle(s.File("a.c"));
+    REQUIRE(hWndEditor);
+    HWND hWndGutter = FindWindowExA(hWndEditor, nullptr, "PFE_Num", nullptr);
+    PostMessageA(hWndEditor, WM_CLOSE, 0, 0);
+    REQUIRE(s.host.WaitLog("CLOSE " + s.File("a.c"), 5000));
+    REQUIRE(s.tool.WaitCount("DESTROY", 2));
+    const std::vector<Record> records = s.tool.Records();
+    std::vector<HWND> destroyed;
+    for (const Record& record : records)
+        if (record.strWhat == "DESTROY")
+            destroyed.push_back(record.hWnd);
+    REQUIRE(destroyed.size() == 2u);
+    CHECK(destroyed[0] == hWndGutter); // the inner window first, its MDI child last
+    CHECK(destroyed[1] == hWndEditor);
+    CheckReportsMatchHost(s.tool, s.host.Frame());
+}
+
+TEST_CASE(the_focus_request_moves_the_focus_inside_the_host)
+{
+    Session s("hook-focus");
+    REQUIRE(s.host.Start("/open \"" + s.File("a.c") + "\" /open \"" + s.File("b.c") + "\""));
+    REQUIRE(s.tool.Start());
+    HWND hWndEditor = s.host.FindWindowByTitle(s.File("a.c"));
+    REQUIRE(hWndEditor);
+    const std::string strLine = "SETFOCUS PFE_Text " + s.File("a.c");
+    const int nBefore = s.host.CountLog(strLine);
+    RequestHostFocus(hWndEditor);
+    CHECK(s.host.WaitLog(strLine, 5000, nBefore + 1));
+    // A window that is gone, or one the library does not watch: nothing, and the host runs on.
+    HWND hWndToolBar = FindWindowExA(s.host.Frame(), nullptr, "PFE_TBar", nullptr);
+    RequestHostFocus(hWndToolBar);
+    PostMessageA(hWndEditor, WM_CLOSE, 0, 0);
+    RequestHostFocus(hWndEditor);
+    HWND hWndOther = s.host.FindWindowByTitle(s.File("b.c"));
+    REQUIRE(hWndOther);
+    CHECK(Drain(s.host, hWndOther));
+    CHECK(s.host.GetProcess().IsRunning());
+}
+
+TEST_CASE(a_killed_tool_stops_costing_the_host_at_once)
+{
+    Session s("hook-killed");
+    REQUIRE(s.host.Start("/open \"" + s.File("a.c") + "\""));
+    REQUIRE(s.tool.Start());
+    HWND hWndEditor = s.host.FindWindowByTitle(s.File("a.c"));
+    REQUIRE(hWndEditor);
+    // The tool stops answering; the host is inside a record to it when the
+    // tool is killed.
+    s.tool.Hang(10000);
+    REQUIRE(s.tool.WaitCount("HANG", 1));
+    PostMessageA(hWndEditor, WM_MOUSEWHEEL, kWheelUp, 0);
+    Sleep(100);
+    s.tool.GetProcess().Kill();
+    const DWORD dwBurst = TimeWheelBurst(s.host, hWndEditor);
+    printf("  10 wheel notches after the kill: %lu ms\n", static_cast<unsigned long>(dwBurst));
+    CHECK(dwBurst < 1000);
+    CHECK(s.host.GetProcess().IsRunning());
+    // Windows made and closed afterwards cost nothing either.
+    PostMessageA(s.host.Frame(), WM_COMMAND, 1001, 0);
+    CHECK(s.host.WaitLog("OPEN Untitled", 5000));
+    CHECK(TimeWheelBurst(s.host, hWndEditor) < 1000);
+}
+
+TEST_CASE(a_hung_tool_stalls_the_host_once_and_loses_no_window_when_it_wakes)
+{
+    Session s("hook-hung");
+    REQUIRE(s.host.Start("/open \"" + s.File("a.c") + "\" /open \"" + s.File("b.c") + "\""));
+    REQUIRE(s.tool.Start());
+    HWND hWndFrame = s.host.Frame();
+    HWND hWndA = s.host.FindWindowByTitle(s.File("a.c"));
+    HWND hWndB = s.host.FindWindowByTitle(s.File("b.c"));
+    REQUIRE(hWndA && hWndB);
+    REQUIRE(s.tool.WaitCount("CREATE", 6));
+
+    s.tool.Hang(3000);
+    REQUIRE(s.tool.WaitCount("HANG", 1));
+    const DWORD dwBurst = TimeWheelBurst(s.host, hWndA);
+    printf("  10 wheel notches with a hung tool: %lu ms\n", static_cast<unsigned long>(dwBurst));
+    CHECK(dwBurst < 1000);
+    // While it hangs, windows come and go.
+    PostMessageA(hWndFrame, WM_COMMAND, 1001, 0);
+    CHECK(s.host.WaitLog("OPEN Untitled", 5000));
+    PostMessageA(hWndB, WM_CLOSE, 0, 0);
+    CHECK(s.host.WaitLog("CLOSE " + s.File("b.c"), 5000));
+    CHECK(TimeWheelBurst(s.host, hWndA) < 1000);
+
+    REQUIRE(s.tool.WaitCount("AWAKE", 1, nullptr, 0, 10000));
+    // Once it answers again it hears of both, and then is in step with the host.
+    CHECK(qt::WaitFor([&] { return s.tool.Reported().size() == ExpectedWindows(hWndFrame).size(); }, 5000));
+    CheckReportsMatchHost(s.tool, hWndFrame);
+    CHECK(s.tool.Reported().count(hWndB) == 0);
+    // And its records flow again.
+    const int nWheels = s.tool.Count("AFTER", hWndA, WM_MOUSEWHEEL);
+    PostMessageA(hWndA, WM_MOUSEWHEEL, kWheelUp, 0);
+    CHECK(s.tool.WaitCount("AFTER", nWheels + 1, hWndA, WM_MOUSEWHEEL));
+    REQUIRE(s.tool.Close());
+    CHECK(s.tool.Reported().empty());
+}
+
+TEST_CASE(a_slow_tool_that_works_for_the_host_is_not_taken_for_hung)
+{
+    Session s("hook-busy");
+    REQUIRE(s.host.Start("/open \"" + s.File("a.c") + "\""));
+    REQUIRE(s.tool.Start("/busy 700"));
+    HWND hWndEditor = s.host.FindWindowByTitle(s.File("a.c"));
+    REQUIRE(hWndEditor);
+    // Each wheel record keeps the tool busy sending the host messages for
+    // longer than a record may take: all three still arrive.
+    for (int i = 0; i < 3; ++i)
+        PostMessageA(hWndEditor, WM_MOUSEWHEEL, kWheelUp, 0);
+    CHECK(s.tool.WaitCount("AFTER", 3, hWndEditor, WM_MOUSEWHEEL, 10000));
+    // And creations keep flowing at once.
+    PostMessageA(s.host.Frame(), WM_COMMAND, 1001, 0);
+    CHECK(qt::WaitFor([&] { return s.tool.Reported().size() == ExpectedWindows(s.host.Frame()).size(); }, 5000));
+}
+
+TEST_CASE(a_tool_handle_that_is_no_window_leaves_the_host_alone)
+{
+    Session s("hook-badwindow");
+    REQUIRE(s.host.Start("/open \"" + s.File("a.c") + "\""));
+    REQUIRE(s.tool.Start("/badwindow"));
+    HWND hWndEditor = s.host.FindWindowByTitle(s.File("a.c"));
+    REQUIRE(hWndEditor);
+    CHECK(TimeWheelBurst(s.host, hWndEditor) < 1000);
+    PostMessageA(s.host.Frame(), WM_COMMAND, 1001, 0);
+    CHECK(s.host.WaitLog("OPEN Untitled", 5000));
+    CHECK(s.host.GetProcess().IsRunning());
+    CHECK_EQ(s.tool.Count("CREATE"), 0);
+    CHECK_EQ(s.host.CountLog(qt::kDockBarAnnouncement), 0);
+}
+
+TEST_CASE(a_host_that_closes_reports_every_window_gone_and_ends_cleanly)
+{
+    Session s("hook-hostexit");
+    REQUIRE(s.host.Start("/open \"" + s.File("a.c") + "\" /view 1119"));
+    REQUIRE(s.tool.Start());
+    REQUIRE(s.tool.WaitCount("CREATE", 6));
+    REQUIRE(s.host.Close());
+    CHECK_EQ(s.host.GetProcess().ExitCode(), 0u);
+    CHECK(s.host.WaitLog("EXIT", 2000));
+    CHECK(qt::WaitFor([&] { return s.tool.Reported().empty(); }, 5000));
+    CHECK(s.tool.GetProcess().IsRunning());
+}
