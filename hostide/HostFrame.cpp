@@ -1,5 +1,6 @@
 #include "HostFrame.h"
 
+#include "DroppedFiles.h"
 #include "EditorWindow.h"
 #include "HostLog.h"
 #include "MdiChild.h"
@@ -271,14 +272,15 @@ bool HostFrame::OnCommand(UINT nCommand)
 
 void HostFrame::OnDropFiles(HDROP hDrop)
 {
-    const UINT nFiles = DragQueryFileA(hDrop, 0xFFFFFFFF, nullptr, 0);
-    for (UINT i = 0; i < nFiles; ++i)
+    std::vector<std::string> files;
+    // A block that holds no file list is not freed: its handle may name an
+    // allocation of this process that is not the drop's.
+    if (!DroppedFiles::Read(hDrop, files))
+        return;
+    for (const std::string& strPath : files)
     {
-        char szPath[MAX_PATH] = {};
-        if (DragQueryFileA(hDrop, i, szPath, MAX_PATH) == 0)
-            continue;
-        HostLog::Write(std::string("DROP ") + szPath);
-        OpenFile(szPath);
+        HostLog::Write("DROP " + strPath);
+        OpenFile(strPath);
     }
     DragFinish(hDrop);
 }
