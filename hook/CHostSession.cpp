@@ -678,7 +678,7 @@ template <bool bUnicode> LRESULT CHostSession::OnMessage(HWND hWnd, UINT uMsg, W
             {
                 // Posted by uninstallHook with the generation that ends our
                 // session; an older one belongs to a session already over.
-                if (static_cast<LONG>(static_cast<LONG>(wParam) - m_nGeneration) > 0)
+                if (static_cast<LONG>(static_cast<ULONG>(wParam) - static_cast<ULONG>(m_nGeneration)) > 0)
                     Leave(true);
                 return 0;
             }

@@ -105,7 +105,7 @@ QUORVANT_HOOK_API BOOL __cdecl installHook(HWND hWndTool)
         g_hCbtHook = nullptr;
     }
     g_dwToolWindow = HookWindowWord(hWndTool);
-    InterlockedIncrement(const_cast<LONG*>(&g_nGeneration));
+    InterlockedIncrement(&g_nGeneration);
     // The one global hook: window creation in hosts started from now on.
     // Wine: a global WH_CBT hook costs nothing measurable, where global
     // WH_CALLWNDPROC and WH_GETMESSAGE hooks cost a server round trip on
@@ -118,7 +118,7 @@ QUORVANT_HOOK_API BOOL __cdecl installHook(HWND hWndTool)
 QUORVANT_HOOK_API BOOL __cdecl uninstallHook()
 {
     g_dwToolWindow = 0;
-    const LONG nGeneration = InterlockedIncrement(const_cast<LONG*>(&g_nGeneration));
+    const LONG nGeneration = InterlockedIncrement(&g_nGeneration);
     if (g_hCbtHook)
     {
         UnhookWindowsHookEx(g_hCbtHook);

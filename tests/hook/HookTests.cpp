@@ -591,6 +591,37 @@ TEST_CASE(a_hung_tool_stalls_the_host_once_and_loses_no_window_when_it_wakes)
     CHECK(s.tool.Reported().empty());
 }
 
+TEST_CASE(a_creation_unanswered_by_a_hung_tool_ends_as_exactly_one_window)
+{
+    Session s("hook-hungcreate");
+    REQUIRE(s.host.Start("/open \"" + s.File("a.c") + "\""));
+    REQUIRE(s.tool.Start());
+    HWND hWndFrame = s.host.Frame();
+    REQUIRE(s.tool.WaitCount("CREATE", 4));
+    // The first record the hung tool does not answer is a creation: whether
+    // the tool will still handle it is unknown to the host.
+    s.tool.Hang(1500);
+    REQUIRE(s.tool.WaitCount("HANG", 1));
+    PostMessageA(hWndFrame, WM_COMMAND, 1001, 0);
+    CHECK(s.host.WaitLog("OPEN Untitled", 5000));
+    HWND hWndNew = s.host.FindWindowByTitle("Untitled");
+    REQUIRE(hWndNew);
+    REQUIRE(s.tool.WaitCount("AWAKE", 1, nullptr, 0, 10000));
+    CHECK(s.tool.WaitCount("CREATE", 1, hWndNew));
+    CHECK(qt::WaitFor([&] { return s.tool.Reported().size() == ExpectedWindows(hWndFrame).size(); }, 5000));
+    CheckReportsMatchHost(s.tool, hWndFrame);
+    printf("  records of the new editor:");
+    for (const Record& record : s.tool.Records())
+        if (record.hWnd == hWndNew)
+            printf(" %s", record.strWhat.c_str());
+    printf("\n");
+    // Its later records reach the tool.
+    PostMessageA(hWndNew, WM_MOUSEWHEEL, kWheelUp, 0);
+    CHECK(s.tool.WaitCount("AFTER", 1, hWndNew, WM_MOUSEWHEEL));
+    REQUIRE(s.tool.Close());
+    CHECK(s.tool.Reported().empty());
+}
+
 TEST_CASE(a_slow_tool_that_works_for_the_host_is_not_taken_for_hung)
 {
     Session s("hook-busy");
