@@ -146,9 +146,8 @@ void EditorWindow::OnChar(char ch)
     const unsigned char uch = static_cast<unsigned char>(ch);
     if (ch == '\r')
     {
-        // Ctrl+Enter is the tool's; the editor leaves it alone.
-        if (CtrlHeld())
-            return;
+        // Enter. Ctrl+Enter, the tool's key, arrives as LF and is left alone
+        // with the other control characters below.
         m_document.SplitLine();
     }
     else if (ch == '\b')

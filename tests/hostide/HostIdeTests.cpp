@@ -8,12 +8,17 @@
 #include <shlobj.h>
 
 #include <algorithm>
+#include <ctype.h>
+#include <string.h>
 
 using namespace qt;
 
 namespace
 {
-const LPARAM kDropMark = 0x0D0F11E5; // as DROPINJECTOR.dll expects it
+// As DROPINJECTOR.dll expects them: a well-formed block, and one whose file
+// list runs past the block's end.
+const LPARAM kDropMark = 0x0D0F11E5;
+const LPARAM kUnterminatedDropMark = 0x0D0F11E6;
 
 std::string ClassOf(HWND hWnd)
 {
@@ -151,10 +156,10 @@ public:
             FreeLibrary(m_hModule);
     }
     bool Ok() const { return m_hHook != nullptr; }
-    void Drop(const std::string& strFiles) // paths separated by '|'
+    void Drop(const std::string& strFiles, bool bWellFormed = true) // paths separated by '|'
     {
         const ATOM atom = GlobalAddAtomA(strFiles.c_str());
-        PostMessageA(m_hWndFrame, WM_DROPFILES, atom, kDropMark);
+        PostMessageA(m_hWndFrame, WM_DROPFILES, atom, bWellFormed ? kDropMark : kUnterminatedDropMark);
         m_atoms.push_back(atom);
     }
     void ForgetAtoms()
@@ -544,6 +549,10 @@ TEST_CASE(bad_input_leaves_the_host_running_and_its_text_intact)
     PostMessageA(hWndFrame, WM_DROPFILES, reinterpret_cast<WPARAM>(hDrop), 0);
     PostMessageA(hWndFrame, WM_DROPFILES, 0, 0);
     PostMessageA(hWndFrame, WM_DROPFILES, 0x12345678, 0);
+    // A block of the host's own whose list does not end inside it.
+    Dropper dropper(hWndFrame);
+    REQUIRE(dropper.Ok());
+    dropper.Drop(strPath, false);
     // Saving where no file can be written, and commands out of any menu.
     SendMessageA(Client(host), WM_MDIACTIVATE,
                  reinterpret_cast<WPARAM>(host.FindWindowByTitle(strDir + "no\\such\\dir\\x.asm")), 0);
@@ -551,7 +560,11 @@ TEST_CASE(bad_input_leaves_the_host_running_and_its_text_intact)
     PostMessageA(hWndFrame, WM_COMMAND, 0, 0);
     PostMessageA(hWndFrame, WM_COMMAND, 65535, 0);
     PostMessageA(hWndFrame, RegisterWindowMessageA("some other message"), 1, 2);
-    Sync(host);
+    PostMessageA(hWndFrame, WM_COMMAND, 1033, 0);
+    REQUIRE(host.WaitLog("BUILD 1033", 5000));
+    CHECK_EQ(host.CountLogPrefix("DROP"), 0);
+    CHECK_EQ(host.CountLogPrefix("SAVE"), 0);
+    CHECK_EQ(host.CountLog("REGMSG some other message"), 1);
 
     DWORD_PTR dwResult = 0;
     CHECK(SendMessageTimeoutA(hWndFrame, WM_NULL, 0, 0, SMTO_NORMAL, 2000, &dwResult) != 0);
@@ -564,4 +577,5 @@ TEST_CASE(bad_input_leaves_the_host_running_and_its_text_intact)
     Command(host, 1006);
     CHECK(!FileExists(strDir + "Untitled"));
     CHECK_EQ(host.CountLogPrefix("SAVE"), 0);
+    dropper.ForgetAtoms();
 }
