@@ -22,7 +22,9 @@ HostWindow* HostWindow::FromHandle(HWND hWnd)
     if (!hWnd || GetWindowThreadProcessId(hWnd, nullptr) != GetCurrentThreadId())
         return nullptr;
     // Only windows of the classes registered with WindowProc carry an object.
-    if (reinterpret_cast<WNDPROC>(GetWindowLongPtrA(hWnd, GWLP_WNDPROC)) != WindowProc)
+    // The class's procedure, not the window's: a window may be subclassed
+    // (the tool's hook library does that) and is still ours.
+    if (reinterpret_cast<WNDPROC>(GetClassLongPtrA(hWnd, GCLP_WNDPROC)) != WindowProc)
         return nullptr;
     return reinterpret_cast<HostWindow*>(GetWindowLongPtrA(hWnd, GWLP_USERDATA));
 }
