@@ -418,6 +418,9 @@ void CHostSession::ReportCreate(HWND hWnd)
         // Unanswered: the record may still be handled when the tool wakes
         // up, or may have been dropped. Catching up later sends a destroy
         // (harmless when the tool never had the window) before a new create.
+        // Wine: a sent message that times out before the receiver took it is
+        // dropped, never delivered late (the tests see DESTROY, CREATE and no
+        // earlier CREATE); Windows may still deliver it, so both are handled.
         if (WatchEntry* pLater = m_table.Find(hWnd))
             pLater->nReport = REPORT_UNCERTAIN;
         else if (WatchEntry* pGone = m_table.FindGone(hWnd))
@@ -471,6 +474,9 @@ void CHostSession::OnToolSilent()
         Leave(false);
 }
 
+// Wine: SendMessageCallback works across processes; the callback runs in
+// the host's message retrieval once the tool has answered (the hung-tool
+// tests catch up through it).
 VOID CALLBACK CHostSession::ProbeProc(HWND, UINT, ULONG_PTR dwData, LRESULT)
 {
     g_hostSession.OnProbeAnswered(dwData);
@@ -654,6 +660,9 @@ template <bool bUnicode> LRESULT CHostSession::OnMessage(HWND hWnd, UINT uMsg, W
     case WM_KEYDOWN:
         // Only the two shortcuts, and only once: a real key press has been
         // reported by the keyboard hook already; a posted one arrives here.
+        // Wine: the keyboard hook is not called for posted key messages (a
+        // posted Ctrl+Enter reaches only this procedure); where a system calls
+        // it for them too, m_uHookedKey keeps the record single.
         if (nKind == KIND_CHILD && (wParam == VK_RETURN || wParam == 'E'))
         {
             if (m_uHookedKey == wParam)

@@ -324,6 +324,22 @@ TEST_CASE(a_host_started_after_install_reports_its_windows_as_they_come)
     CheckReportsMatchHost(s.tool, hWndFrame);
 }
 
+TEST_CASE(the_host_works_as_before_with_its_windows_subclassed)
+{
+    // The host must not notice us: its own commands on its own windows still
+    // work once the library has put its procedure in front of theirs.
+    Session s("hook-unnoticed");
+    REQUIRE(s.host.Start("/open \"" + s.File("a.c") + "\""));
+    REQUIRE(s.tool.Start());
+    REQUIRE(s.tool.WaitCount("CREATE", 4));
+    HWND hWndEditor = s.host.FindWindowByTitle(s.File("a.c"));
+    REQUIRE(hWndEditor);
+    PostMessageA(hWndEditor, WM_CHAR, 'q', 0);
+    PostMessageA(s.host.Frame(), WM_COMMAND, 1006, 0);
+    CHECK(s.host.WaitLog("SAVE " + s.File("a.c"), 5000));
+    CHECK(qt::ReadTextFile(s.File("a.c")).find('q') != std::string::npos);
+}
+
 TEST_CASE(frame_size_comes_before_and_after_the_host_handles_it)
 {
     Session s("hook-size");
