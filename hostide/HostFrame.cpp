@@ -17,6 +17,9 @@ namespace hostide
 namespace
 {
 const UINT kFirstChildId = 50000; // the Window menu's list of MDI children
+// Window arrangement, ids of the stand-in's own (the tool never sends them).
+const UINT kCascade = 1190;
+const UINT kTile = 1191;
 
 WNDPROC g_pfnClientProc = nullptr;
 
@@ -72,6 +75,9 @@ HMENU BuildMenu(HMENU& hWindowMenu)
     AppendMenuA(hWindowMenu, MF_SEPARATOR, 0, nullptr);
     AppendMenuA(hWindowMenu, MF_STRING, ViewCatalog::kWatchNew, "&Watch New");
     AppendMenuA(hWindowMenu, MF_STRING, ViewCatalog::kWatchOpen, "Watch O&pen");
+    AppendMenuA(hWindowMenu, MF_SEPARATOR, 0, nullptr);
+    AppendMenuA(hWindowMenu, MF_STRING, kCascade, "&Cascade");
+    AppendMenuA(hWindowMenu, MF_STRING, kTile, "&Tile");
     AppendMenuA(hMenu, MF_POPUP, reinterpret_cast<UINT_PTR>(hWindowMenu), "&Window");
     return hMenu;
 }
@@ -256,6 +262,12 @@ bool HostFrame::OnCommand(UINT nCommand)
             HostLog::Write("VIEW " + std::to_string(nCommand) + " " + strTitle);
         return true;
     }
+    case kCascade:
+        SendMessageA(m_hWndClient, WM_MDICASCADE, 0, 0);
+        return true;
+    case kTile:
+        SendMessageA(m_hWndClient, WM_MDITILE, MDITILE_HORIZONTAL, 0);
+        return true;
     case 1002:
     case 1018:
     case 1019:

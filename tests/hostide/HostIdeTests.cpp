@@ -304,6 +304,16 @@ TEST_CASE(view_commands_open_each_view_once_under_its_exact_title)
     }
     CHECK_EQ(static_cast<int>(Children(host).size()), 9);
 
+    // A click at (0, 0) into a view's text brings that view forward.
+    HWND hWndMemory = host.FindWindowByTitle("Program Memory Window");
+    REQUIRE(ActiveChild(host) != hWndMemory);
+    HWND hWndText = host.FindChildOfClass(hWndMemory, "PFE_Text");
+    host.ClearLog();
+    PostMessageA(hWndText, WM_LBUTTONDOWN, MK_LBUTTON, 0);
+    PostMessageA(hWndText, WM_LBUTTONUP, 0, 0);
+    CHECK(host.WaitLog("ACTIVATE Program Memory Window", 3000));
+    CHECK(ActiveChild(host) == hWndMemory);
+
     // Watch windows are new each time, numbered.
     Command(host, 1129);
     Command(host, 1130);
