@@ -16,11 +16,13 @@ std::string ExeDir()
 
 std::string MakeScratchDir(const char* pszTag)
 {
+    // No blanks or hyphens: the host frame's title splits the project path
+    // at them, so a project inside such a folder would be misread.
     static int nCounter = 0;
     char szTemp[MAX_PATH] = {};
     GetTempPathA(MAX_PATH, szTemp);
     char szDir[MAX_PATH] = {};
-    snprintf(szDir, sizeof(szDir), "%sqv-%s-%lu-%d-%lu\\", szTemp, pszTag,
+    snprintf(szDir, sizeof(szDir), "%sqv_%s_%lu_%d_%lu\\", szTemp, pszTag,
              static_cast<unsigned long>(GetCurrentProcessId()), ++nCounter,
              static_cast<unsigned long>(GetTickCount()));
     CreateDirectoryA(szDir, nullptr);

@@ -191,7 +191,7 @@ TEST_CASE(ctrl_e_saves_first_then_opens_the_file_in_the_external_editor)
 
 TEST_CASE(ctrl_e_does_nothing_for_a_title_without_a_known_extension)
 {
-    const std::string strDir = MakeScratchDir("ctrle-lst");
+    const std::string strDir = MakeScratchDir("ctrle_lst");
     const std::string strFile = MakeSource(strDir, "main.lst");
     Host host(strDir);
     REQUIRE(host.Start("/open \"" + strFile + "\""));
