@@ -108,6 +108,25 @@ void CHostSession::OnCbtCreateWindow(HWND hWnd, const CREATESTRUCTA* pcs, HMODUL
     OnCreateWindow(hWnd, pcs);
 }
 
+void CHostSession::OnCbtActivate(HWND hWnd, HMODULE hModule, HWND hWndTool, LONG nGeneration)
+{
+    if (!m_dwThread)
+    {
+        // installHook gives a host one second to let itself be entered; one
+        // that was busy then is found here, when the user turns to it. A
+        // window's activation is rare enough for a class name comparison.
+        if (!hWnd || GetWindowThreadProcessId(hWnd, nullptr) != GetCurrentThreadId() || !IsClass(hWnd, kFrameClass))
+            return;
+        m_dwThread = GetCurrentThreadId();
+    }
+    else if (!IsHostThread())
+    {
+        return;
+    }
+    if (!m_bEntered || m_nGeneration != nGeneration)
+        Enter(hModule, hWndTool, nGeneration);
+}
+
 void CHostSession::OnEnterRequest(HMODULE hModule, HWND hWndTool, LONG nGeneration)
 {
     if (m_bEntered && m_nGeneration == nGeneration)

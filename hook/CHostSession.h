@@ -20,6 +20,9 @@ public:
     // HCBT_CREATEWND of the global hook. Cheap unless this process is a host
     // (or the window is a "PFE_Frame", which makes it one).
     void OnCbtCreateWindow(HWND hWnd, const CREATESTRUCTA* pcs, HMODULE hModule, HWND hWndTool, LONG nGeneration);
+    // HCBT_ACTIVATE: a host that was too busy to be entered by installHook
+    // is entered when it is next activated.
+    void OnCbtActivate(HWND hWnd, HMODULE hModule, HWND hWndTool, LONG nGeneration);
     // Called on a host thread while the tool pulls it in (installHook).
     void OnEnterRequest(HMODULE hModule, HWND hWndTool, LONG nGeneration);
 

@@ -30,7 +30,7 @@ HHOOK g_hCbtHook = nullptr; // the tool's process only
 
 const unsigned kMaxFrames = 64;
 // A host that does not answer within this time is entered later, when it
-// next creates a window.
+// next creates a window or is activated.
 const UINT kEnterTimeoutMs = 1000;
 
 HWND ToolWindow()
@@ -40,12 +40,14 @@ HWND ToolWindow()
 
 LRESULT CALLBACK CbtProc(int nCode, WPARAM wParam, LPARAM lParam)
 {
-    // Runs in every process with a GUI thread: a window's creation is the
-    // only event of interest.
+    // Runs in every process with a GUI thread: a window's creation and a
+    // window's activation are the only events of interest.
     if (nCode == HCBT_CREATEWND)
         g_hostSession.OnCbtCreateWindow(reinterpret_cast<HWND>(wParam),
                                         reinterpret_cast<const CBT_CREATEWNDA*>(lParam)->lpcs, g_hModule,
                                         ToolWindow(), g_nGeneration);
+    else if (nCode == HCBT_ACTIVATE)
+        g_hostSession.OnCbtActivate(reinterpret_cast<HWND>(wParam), g_hModule, ToolWindow(), g_nGeneration);
     return CallNextHookEx(nullptr, nCode, wParam, lParam);
 }
 

@@ -309,6 +309,35 @@ TEST_CASE(entering_a_running_host_reports_its_windows_parents_first)
     CHECK_EQ(s.tool.Records()[0].nKind, 1u);
 }
 
+TEST_CASE(a_host_busy_during_install_holds_it_up_one_second_and_is_entered_when_activated)
+{
+    Session s("hook-busyhost");
+    REQUIRE(s.host.Start("/open \"" + s.File("a.c") + "\""));
+    HWND hWndFrame = s.host.Frame();
+    HANDLE hThread = OpenThread(THREAD_SUSPEND_RESUME, FALSE, GetWindowThreadProcessId(hWndFrame, nullptr));
+    REQUIRE(hThread);
+    SuspendThread(hThread);
+    const DWORD dwStart = GetTickCount();
+    const bool bStarted = s.tool.Start();
+    const DWORD dwInstall = GetTickCount() - dwStart;
+    ResumeThread(hThread);
+    CloseHandle(hThread);
+    REQUIRE(bStarted);
+    printf("  installHook with a suspended host: about %lu ms\n", static_cast<unsigned long>(dwInstall));
+    CHECK(dwInstall < 3000);
+    CHECK(Drain(s.host, s.host.FindWindowByTitle(s.File("a.c"))));
+    // The user turns to another program, then back to the host: it is entered then.
+    HWND hWndOther = CreateWindowA("STATIC", "other program", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr, nullptr,
+                                   GetModuleHandleA(nullptr), nullptr);
+    SetForegroundWindow(hWndOther);
+    CHECK(qt::WaitFor([&] { return GetForegroundWindow() == hWndOther; }, 3000));
+    CHECK_EQ(s.tool.Count("CREATE"), 0);
+    SetForegroundWindow(hWndFrame);
+    CHECK(s.tool.WaitCount("CREATE", 4));
+    CheckReportsMatchHost(s.tool, hWndFrame);
+    DestroyWindow(hWndOther);
+}
+
 TEST_CASE(a_host_started_after_install_reports_its_windows_as_they_come)
 {
     Session s("hook-later");
