@@ -212,9 +212,11 @@ int main(int argc, char** argv)
     if (!bEntered)
         return 1;
     // Generous bounds: a lookup and a switch cost well under a microsecond;
-    // a server round trip on the hot path would cost a hundred.
+    // a server round trip on the hot path would cost a hundred. A posted
+    // message already costs about a hundred under Wine and varies by a fifth
+    // from run to run; a message hook would more than double it.
     if (bStrict && (hooked.dWatched - alone.dWatched > 5.0 || hooked.dUnwatched - alone.dUnwatched > 5.0 ||
-                    hooked.dPosted - alone.dPosted > 20.0))
+                    hooked.dPosted > alone.dPosted * 1.5 + 20.0))
     {
         printf("FAILED: the hook costs a message it does not act on too much\n");
         return 1;
