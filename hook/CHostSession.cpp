@@ -633,12 +633,21 @@ template <bool bUnicode> LRESULT CHostSession::OnMessage(HWND hWnd, UINT uMsg, W
     // message. The entry is read once: the table may change while the host
     // handles the message.
     m_channel.NoteIncoming();
+    if (m_bEntered) IsWindow(m_channel.Tool());
     const WatchEntry* pEntry = m_table.Find(hWnd);
     if (!pEntry)
         return bUnicode ? DefWindowProcW(hWnd, uMsg, wParam, lParam) : DefWindowProcA(hWnd, uMsg, wParam, lParam);
     const WNDPROC pfnOriginal = pEntry->pfnOriginal;
     if (pEntry->nState != STATE_WATCHED || !m_bEntered || m_bLeaving)
     {
+        if (uMsg == WM_NCDESTROY)
+        {
+            // A pass-through entry goes with its window: its handle may come
+            // back for a new window, which must be subclassed afresh.
+            const LRESULT lResult = CallOriginal<bUnicode>(pfnOriginal, hWnd, uMsg, wParam, lParam);
+            OnWindowGone(hWnd);
+            return lResult;
+        }
         if (uMsg == m_uLeave && uMsg >= kFirstRegistered)
             return 0; // a late leave of ours: not the host's business
         return CallOriginal<bUnicode>(pfnOriginal, hWnd, uMsg, wParam, lParam);
