@@ -3,6 +3,7 @@
 // ones of the same handle, and the refusal beyond its bound.
 #include <windows.h>
 
+#include <utility>
 #include <vector>
 
 #include "CWatchTable.h"
@@ -15,16 +16,27 @@ HWND Handle(uint32_t nValue)
     return reinterpret_cast<HWND>(static_cast<UINT_PTR>(nValue));
 }
 
-// Handles whose home slot is the same, found by trying: the probe chains of
-// the table are then as long as they get.
-std::vector<HWND> Colliding(unsigned nCount, unsigned nWantedHome)
+uint32_t g_nSeed = 12345;
+
+unsigned Random(unsigned nBelow)
+{
+    g_nSeed = g_nSeed * 1103515245u + 12345u;
+    return (g_nSeed >> 16) % nBelow;
+}
+
+// Handles whose home slots lie in a narrow band, found by trying: the probe
+// chains of the table are then long and run into each other.
+std::vector<HWND> Crowded(unsigned nCount, unsigned nFirstHome, unsigned nHomes)
 {
     std::vector<HWND> handles;
     for (uint32_t nValue = 2; handles.size() < nCount; nValue += 2)
     {
-        if (((nValue * 2654435769u) >> (32 - CWatchTable::kCapacityBits)) == nWantedHome)
+        const unsigned nHome = (nValue * 2654435769u) >> (32 - CWatchTable::kCapacityBits);
+        if ((nHome - nFirstHome) % CWatchTable::kCapacity < nHomes)
             handles.push_back(Handle(nValue));
     }
+    for (size_t i = handles.size(); i > 1; --i) // shuffled: chains form in any order
+        std::swap(handles[i - 1], handles[Random(static_cast<unsigned>(i))]);
     return handles;
 }
 
@@ -49,18 +61,15 @@ void CheckAllFound(CWatchTable& table, const std::vector<HWND>& handles, const s
 
 TEST_CASE(removing_from_probe_chains_keeps_every_other_entry_findable)
 {
-    // Chains at the last slot wrap to the first; chains in the middle do not.
-    const unsigned homes[] = {CWatchTable::kCapacity - 2, 100};
-    // Removal orders: first to last, last to first, every other one.
-    for (unsigned nHome : homes)
+    // Bands of homes across the end of the slots (chains wrap to the
+    // first slot) and in the middle; removals in many orders.
+    const unsigned firstHomes[] = {CWatchTable::kCapacity - 4, 700};
+    for (unsigned nFirstHome : firstHomes)
     {
-        for (int nOrder = 0; nOrder < 3; ++nOrder)
+        for (int nRound = 0; nRound < 20; ++nRound)
         {
             CWatchTable* pTable = new CWatchTable();
-            std::vector<HWND> handles = Colliding(12, nHome);
-            // Neighbours whose home is right after the chain: they are pushed along by it.
-            for (HWND hWnd : Colliding(4, (nHome + 3) % CWatchTable::kCapacity))
-                handles.push_back(hWnd);
+            const std::vector<HWND> handles = Crowded(24, nFirstHome, 8);
             std::vector<bool> present(handles.size(), true);
             for (size_t i = 0; i < handles.size(); ++i)
             {
@@ -69,25 +78,21 @@ TEST_CASE(removing_from_probe_chains_keeps_every_other_entry_findable)
                 pEntry->nKind = static_cast<uint8_t>(i % 5 + 1);
             }
             CheckAllFound(*pTable, handles, present);
-            std::vector<size_t> order;
-            for (size_t i = 0; i < handles.size(); ++i)
-                order.push_back(nOrder == 1 ? handles.size() - 1 - i : i);
-            if (nOrder == 2)
+            for (size_t nLeft = handles.size(); nLeft > 0; --nLeft)
             {
-                order.clear();
-                for (size_t i = 0; i < handles.size(); i += 2)
-                    order.push_back(i);
-                for (size_t i = 1; i < handles.size(); i += 2)
-                    order.push_back(i);
-            }
-            for (size_t nIndex : order)
-            {
+                size_t nIndex = Random(static_cast<unsigned>(handles.size()));
+                while (!present[nIndex])
+                    nIndex = (nIndex + 1) % handles.size();
                 pTable->Remove(pTable->Find(handles[nIndex]));
                 present[nIndex] = false;
                 CheckAllFound(*pTable, handles, present);
+                if (qt::CurrentFailed())
+                    break;
             }
             CHECK_EQ(pTable->Count(), 0u);
             delete pTable;
+            if (qt::CurrentFailed())
+                return;
         }
     }
 }
