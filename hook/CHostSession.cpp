@@ -633,7 +633,6 @@ template <bool bUnicode> LRESULT CHostSession::OnMessage(HWND hWnd, UINT uMsg, W
     // message. The entry is read once: the table may change while the host
     // handles the message.
     m_channel.NoteIncoming();
-    if (m_bEntered) IsWindow(m_channel.Tool());
     const WatchEntry* pEntry = m_table.Find(hWnd);
     if (!pEntry)
         return bUnicode ? DefWindowProcW(hWnd, uMsg, wParam, lParam) : DefWindowProcA(hWnd, uMsg, wParam, lParam);
