@@ -1,5 +1,51 @@
 #include "CImageList.h"
 
+#include <memory>
+#include <unordered_map>
+
+namespace
+{
+std::unordered_map<HIMAGELIST, std::unique_ptr<CImageList>>& TempMap()
+{
+    static thread_local std::unordered_map<HIMAGELIST, std::unique_ptr<CImageList>> map;
+    return map;
+}
+} // namespace
+
+CImageList* CImageList::FromHandle(HIMAGELIST hImageList)
+{
+    if (!hImageList)
+        return nullptr;
+    auto& slot = TempMap()[hImageList];
+    if (!slot)
+    {
+        slot.reset(new CImageList);
+        slot->m_hImageList = hImageList;
+    }
+    return slot.get();
+}
+
+void CImageList::DeleteTempMap()
+{
+    for (auto& entry : TempMap())
+        entry.second->m_hImageList = nullptr; // not ours to destroy
+    TempMap().clear();
+}
+
+BOOL CImageList::Attach(HIMAGELIST hImageList)
+{
+    DeleteImageList();
+    m_hImageList = hImageList;
+    return hImageList != nullptr;
+}
+
+HIMAGELIST CImageList::Detach()
+{
+    HIMAGELIST hImageList = m_hImageList;
+    m_hImageList = nullptr;
+    return hImageList;
+}
+
 BOOL CImageList::Create(UINT nBitmapID, int cx, int nGrow, COLORREF crMask)
 {
     DeleteImageList();

@@ -88,3 +88,12 @@ void CString::ReleaseBuffer(int nNewLength)
         nNewLength = static_cast<int>(strnlen(m_str.c_str(), m_str.size()));
     m_str.resize(static_cast<size_t>(nNewLength));
 }
+
+BOOL CString::LoadString(UINT nID)
+{
+    // A string resource holds at most 4095 characters.
+    char szText[4096] = {};
+    const int nLength = ::LoadStringA(GetModuleHandleA(nullptr), nID, szText, sizeof(szText));
+    m_str.assign(szText, static_cast<size_t>(nLength > 0 ? nLength : 0));
+    return nLength > 0;
+}

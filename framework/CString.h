@@ -44,6 +44,8 @@ public:
     CString Right(int nCount) const;
 
     void Format(LPCSTR pszFormat, ...);
+    // The string resource nID of the program; FALSE and empty when it has none.
+    BOOL LoadString(UINT nID);
 
     // Direct access for Win32 calls that fill a buffer: GetBuffer gives room
     // for nMinLength characters plus the terminator; ReleaseBuffer takes the

@@ -1,5 +1,6 @@
 #include "CWinApp.h"
 
+#include "CImageList.h"
 #include "CWnd.h"
 
 #include <stdlib.h>
@@ -75,15 +76,28 @@ BOOL CWinApp::PreTranslateMessage(MSG* pMsg)
 {
     // Offer the message to the window it is for and to each of its parents of
     // this program, innermost first (dialog keyboard handling lives there).
-    for (HWND hWnd = pMsg->hwnd; hWnd; hWnd = GetParent(hWnd))
+    return CWnd::WalkPreTranslateTree(nullptr, pMsg);
+}
+
+BOOL AfxPreTranslateMessage(MSG* pMsg)
+{
+    if (CWinApp* pApp = AfxGetApp())
+        return pApp->PreTranslateMessage(pMsg);
+    return CWnd::WalkPreTranslateTree(nullptr, pMsg);
+}
+
+BOOL AfxPumpMessage()
+{
+    MSG msg;
+    const BOOL bResult = GetMessageA(&msg, nullptr, 0, 0);
+    if (bResult == 0 || bResult == -1)
+        return FALSE;
+    if (!AfxPreTranslateMessage(&msg))
     {
-        if (CWnd* pWnd = CWnd::FromHandlePermanent(hWnd))
-        {
-            if (pWnd->PreTranslateMessage(pMsg))
-                return TRUE;
-        }
+        TranslateMessage(&msg);
+        DispatchMessageA(&msg);
     }
-    return FALSE;
+    return TRUE;
 }
 
 int CWinApp::Run()
@@ -92,7 +106,11 @@ int CWinApp::Run()
     for (;;)
     {
         if (!PeekMessageA(&msg, nullptr, 0, 0, PM_NOREMOVE))
-            CWnd::DeleteTempMap(); // idle: the temporary wrappers are done with
+        {
+            // idle: the temporary wrappers are done with
+            CWnd::DeleteTempMap();
+            CImageList::DeleteTempMap();
+        }
         const BOOL bResult = GetMessageA(&msg, nullptr, 0, 0);
         if (bResult == 0 || bResult == -1)
             break;

@@ -47,6 +47,13 @@ protected:
 
 CWinApp* AfxGetApp();
 
+// The application's PreTranslateMessage, or without an application object
+// the walk from the message's window through its parents. The message loops
+// of modal dialogs use it.
+BOOL AfxPreTranslateMessage(MSG* pMsg);
+// Gets, translates and dispatches one message; FALSE on WM_QUIT.
+BOOL AfxPumpMessage();
+
 // Kept for the shape of a framework application's start; controls of this
 // program need no container support, and the 3D look is the system's own.
 inline void AfxEnableControlContainer() {}

@@ -1,5 +1,7 @@
 #include "CWnd.h"
 
+#include "CDataExchange.h"
+#include "CUserException.h"
 #include "CWinApp.h"
 
 #include <memory>
@@ -17,6 +19,7 @@ struct WindowThreadState
     CWnd* pWndInit = nullptr; // the object the window being created will be bound to
     HHOOK hHookCbt = nullptr;
     MSG msgCurrent = {};
+    HWND hWndLockoutNotify = nullptr; // the window whose UpdateData is running
 };
 
 WindowThreadState& ThreadState()
@@ -118,10 +121,31 @@ BOOL CWnd::SubclassWindow(HWND hWnd)
     return TRUE;
 }
 
+namespace
+{
+// The system may create a thread's input method window inside the first
+// CreateWindowEx of a thread, before the window asked for: that one must not
+// be bound to the object waiting for its window.
+BOOL IsImeWindow(HWND hWnd)
+{
+    if (GetClassLongA(hWnd, GCL_STYLE) & CS_IME)
+        return TRUE;
+    char szClass[16] = {};
+    GetClassNameA(hWnd, szClass, sizeof(szClass));
+    return lstrcmpiA(szClass, "IME") == 0;
+}
+} // namespace
+
+BOOL CWnd::SubclassDlgItem(UINT nID, CWnd* pParent)
+{
+    HWND hWndControl = pParent ? ::GetDlgItem(pParent->m_hWnd, static_cast<int>(nID)) : nullptr;
+    return hWndControl ? SubclassWindow(hWndControl) : FALSE;
+}
+
 LRESULT CALLBACK AfxCbtFilterHook(int nCode, WPARAM wParam, LPARAM lParam)
 {
     WindowThreadState& state = ThreadState();
-    if (nCode == HCBT_CREATEWND && state.pWndInit)
+    if (nCode == HCBT_CREATEWND && state.pWndInit && !IsImeWindow(reinterpret_cast<HWND>(wParam)))
     {
         HWND hWnd = reinterpret_cast<HWND>(wParam);
         CWnd* pWnd = state.pWndInit;
@@ -224,9 +248,173 @@ BOOL CWnd::PreTranslateMessage(MSG* /*pMsg*/)
     return FALSE;
 }
 
-BOOL CWnd::OnCommand(WPARAM wParam, LPARAM /*lParam*/)
+BOOL CWnd::WalkPreTranslateTree(HWND hWndStop, MSG* pMsg)
 {
-    return OnCmdMsg(LOWORD(wParam), HIWORD(wParam), nullptr, nullptr);
+    for (HWND hWnd = pMsg->hwnd; hWnd; hWnd = ::GetParent(hWnd))
+    {
+        if (CWnd* pWnd = FromHandlePermanent(hWnd))
+        {
+            if (pWnd->PreTranslateMessage(pMsg))
+                return TRUE;
+        }
+        if (hWnd == hWndStop)
+            break;
+    }
+    return FALSE;
+}
+
+BOOL CWnd::ModifyStyle(DWORD dwRemove, DWORD dwAdd, UINT nFlags)
+{
+    const DWORD dwStyle = GetStyle();
+    const DWORD dwNewStyle = (dwStyle & ~dwRemove) | dwAdd;
+    if (dwStyle == dwNewStyle)
+        return FALSE;
+    ::SetWindowLongA(m_hWnd, GWL_STYLE, static_cast<LONG>(dwNewStyle));
+    if (nFlags)
+        ::SetWindowPos(m_hWnd, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | nFlags);
+    return TRUE;
+}
+
+BOOL CWnd::ModifyStyleEx(DWORD dwRemove, DWORD dwAdd, UINT nFlags)
+{
+    const DWORD dwStyle = GetExStyle();
+    const DWORD dwNewStyle = (dwStyle & ~dwRemove) | dwAdd;
+    if (dwStyle == dwNewStyle)
+        return FALSE;
+    ::SetWindowLongA(m_hWnd, GWL_EXSTYLE, static_cast<LONG>(dwNewStyle));
+    if (nFlags)
+        ::SetWindowPos(m_hWnd, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | nFlags);
+    return TRUE;
+}
+
+void CWnd::GetWindowText(CString& rString) const
+{
+    const int nLength = ::GetWindowTextLengthA(m_hWnd);
+    ::GetWindowTextA(m_hWnd, rString.GetBuffer(nLength), nLength + 1);
+    rString.ReleaseBuffer();
+}
+
+BOOL CWnd::UpdateData(BOOL bSaveAndValidate)
+{
+    CDataExchange dx(this, bSaveAndValidate);
+    // Setting a control's text or check state makes it notify its parent;
+    // those notifications are echoes of the exchange, not the user's doing.
+    WindowThreadState& state = ThreadState();
+    const HWND hWndOldLockout = state.hWndLockoutNotify;
+    state.hWndLockoutNotify = m_hWnd;
+    BOOL bOK = FALSE;
+    try
+    {
+        DoDataExchange(&dx);
+        bOK = TRUE;
+    }
+    catch (const CUserException&)
+    {
+        // The exchange failed on purpose (Fail); the window stays as it is.
+    }
+    state.hWndLockoutNotify = hWndOldLockout;
+    return bOK;
+}
+
+void CWnd::DoDataExchange(CDataExchange* /*pDX*/)
+{
+}
+
+BOOL CWnd::OnCommand(WPARAM wParam, LPARAM lParam)
+{
+    const UINT nID = LOWORD(wParam);
+    HWND hWndCtrl = reinterpret_cast<HWND>(lParam);
+    int nCode = HIWORD(wParam);
+    if (!hWndCtrl)
+    {
+        // A menu item or an accelerator: the command may have become
+        // disabled since its menu was shown, and then it does not run.
+        CCmdUI state;
+        state.m_nID = nID;
+        OnCmdMsg(nID, CN_UPDATE_COMMAND_UI, &state, nullptr);
+        if (!state.m_bEnabled)
+            return TRUE;
+        nCode = CN_COMMAND;
+    }
+    else
+    {
+        if (ThreadState().hWndLockoutNotify == m_hWnd)
+            return TRUE; // an echo of UpdateData
+        if (ReflectLastMsg(hWndCtrl))
+            return TRUE; // the control took it
+        if (nID == 0)
+            return FALSE;
+    }
+    return OnCmdMsg(nID, nCode, nullptr, nullptr);
+}
+
+BOOL CWnd::OnNotify(WPARAM /*wParam*/, LPARAM lParam, LRESULT* pResult)
+{
+    NMHDR* pNMHDR = reinterpret_cast<NMHDR*>(lParam);
+    HWND hWndCtrl = pNMHDR->hwndFrom;
+    // By the sender's window id, as for WM_COMMAND (a tool tip window has 0).
+    const UINT nID = static_cast<UINT>(::GetDlgCtrlID(hWndCtrl));
+    if (ReflectLastMsg(hWndCtrl, pResult))
+        return TRUE; // the control took it
+    AFX_NOTIFY notify = {pResult, pNMHDR};
+    return OnCmdMsg(nID, static_cast<int>(MAKELONG(static_cast<WORD>(pNMHDR->code), WM_NOTIFY)), &notify,
+                    nullptr);
+}
+
+BOOL CWnd::OnChildNotify(UINT nMessage, WPARAM wParam, LPARAM lParam, LRESULT* pResult)
+{
+    return ReflectChildNotify(nMessage, wParam, lParam, pResult);
+}
+
+BOOL CWnd::ReflectChildNotify(UINT nMessage, WPARAM wParam, LPARAM lParam, LRESULT* pResult)
+{
+    switch (nMessage)
+    {
+    case WM_HSCROLL:
+    case WM_VSCROLL:
+    case WM_DRAWITEM:
+    case WM_DELETEITEM:
+    case WM_COMPAREITEM:
+    {
+        // Through the control's map as WM_REFLECT_BASE + the message.
+        LRESULT lResult = 0;
+        if (!CWnd::OnWndMsg(WM_REFLECT_BASE + nMessage, wParam, lParam, &lResult))
+            return FALSE;
+        if (pResult)
+            *pResult = lResult;
+        return TRUE;
+    }
+    case WM_COMMAND:
+        if (CCmdTarget::OnCmdMsg(0, static_cast<int>(MAKELONG(HIWORD(wParam), WM_REFLECT_BASE + WM_COMMAND)),
+                                 nullptr, nullptr))
+        {
+            if (pResult)
+                *pResult = 1;
+            return TRUE;
+        }
+        return FALSE;
+    case WM_NOTIFY:
+    {
+        NMHDR* pNMHDR = reinterpret_cast<NMHDR*>(lParam);
+        LRESULT lDummy = 0;
+        AFX_NOTIFY notify = {pResult ? pResult : &lDummy, pNMHDR};
+        return CCmdTarget::OnCmdMsg(
+            0, static_cast<int>(MAKELONG(static_cast<WORD>(pNMHDR->code), WM_REFLECT_BASE + WM_NOTIFY)), &notify,
+            nullptr);
+    }
+    default:
+        return FALSE;
+    }
+}
+
+BOOL CWnd::ReflectLastMsg(HWND hWndChild, LRESULT* pResult)
+{
+    // Only controls with an object of their own take part.
+    CWnd* pWnd = hWndChild ? FromHandlePermanent(hWndChild) : nullptr;
+    if (!pWnd)
+        return FALSE;
+    const MSG& msg = ThreadState().msgCurrent;
+    return pWnd->OnChildNotify(msg.message, msg.wParam, msg.lParam, pResult);
 }
 
 LRESULT CWnd::WindowProc(UINT nMessage, WPARAM wParam, LPARAM lParam)
@@ -246,17 +434,48 @@ BOOL CWnd::OnWndMsg(UINT nMessage, WPARAM wParam, LPARAM lParam, LRESULT* pResul
         *pResult = 0;
         return TRUE;
     }
+    if (nMessage == WM_NOTIFY)
+    {
+        const NMHDR* pNMHDR = reinterpret_cast<const NMHDR*>(lParam);
+        return pNMHDR && pNMHDR->hwndFrom && OnNotify(wParam, lParam, pResult);
+    }
     if (nMessage == WM_NCDESTROY)
     {
         OnNcDestroy();
         *pResult = 0;
         return TRUE;
     }
-    const AFX_MSGMAP_ENTRY* pEntry = FindMessageEntry(GetMessageMap(), nMessage);
-    if (!pEntry)
-        return FALSE;
-    *pResult = pEntry->pfn(this, wParam, lParam);
-    return TRUE;
+    if (const AFX_MSGMAP_ENTRY* pEntry = FindMessageEntry(GetMessageMap(), nMessage))
+    {
+        *pResult = pEntry->pfn(this, wParam, lParam);
+        return TRUE;
+    }
+
+    // Messages about a child control that the control may want to handle.
+    HWND hWndChild = nullptr;
+    switch (nMessage)
+    {
+    case WM_DRAWITEM:
+    {
+        const DRAWITEMSTRUCT* pDIS = reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+        if (pDIS->CtlType != ODT_MENU)
+            hWndChild = pDIS->hwndItem;
+        break;
+    }
+    case WM_DELETEITEM:
+        hWndChild = reinterpret_cast<const DELETEITEMSTRUCT*>(lParam)->hwndItem;
+        break;
+    case WM_COMPAREITEM:
+        hWndChild = reinterpret_cast<const COMPAREITEMSTRUCT*>(lParam)->hwndItem;
+        break;
+    case WM_HSCROLL:
+    case WM_VSCROLL:
+        hWndChild = reinterpret_cast<HWND>(lParam);
+        break;
+    default:
+        break;
+    }
+    return hWndChild && ReflectLastMsg(hWndChild, pResult);
 }
 
 void CWnd::OnNcDestroy()
