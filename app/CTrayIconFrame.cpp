@@ -21,7 +21,7 @@ END_MESSAGE_MAP()
 
 namespace
 {
-const int kTipBytes = 63; // the first form of the icon record holds 63 bytes and a zero
+const size_t kTipBytes = 63; // the first form of the icon record holds 63 bytes and a zero
 }
 
 CTrayIconFrame::CTrayIconFrame() : m_nid(), m_bIconShown(FALSE)
@@ -97,7 +97,8 @@ void CTrayIconFrame::SetTrayIcon(HICON hIcon, LPCSTR lpszTip)
     const DWORD dwAction = (m_nid.hIcon && m_bIconShown) ? NIM_MODIFY : NIM_ADD;
     m_nid.hIcon = hIcon;
     memset(m_nid.szTip, 0, sizeof(m_nid.szTip));
-    strncpy(m_nid.szTip, lpszTip ? lpszTip : "", kTipBytes);
+    const size_t nTip = lpszTip ? strlen(lpszTip) : 0;
+    memcpy(m_nid.szTip, lpszTip ? lpszTip : "", nTip < kTipBytes ? nTip : kTipBytes);
     Shell_NotifyIconA(dwAction, &m_nid);
     m_bIconShown = TRUE;
 }
