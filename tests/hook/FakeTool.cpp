@@ -24,6 +24,7 @@
 // answering anything for that long; WM_CLOSE uninstalls and ends.
 #include <windows.h>
 
+#include <stdarg.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
