@@ -12,6 +12,9 @@
 // HOOKBENCH.exe /capacity  makes 1600 inner windows while entered: the
 //                          library watches up to its bound, leaves the rest
 //                          alone, and watches again once windows are gone.
+// HOOKBENCH.exe /toolgone  kills the fake tool while entered: the next
+//                          record fails at once and the library leaves,
+//                          giving our windows their own procedures back.
 // Prints what it finds; the closing line says "N passed, N failed".
 #include <windows.h>
 
@@ -118,6 +121,8 @@ public:
     bool StartTool();
     // The fake tool uninstalls and ends; pumps meanwhile.
     void StopTool();
+    // The fake tool ends without a word, as when it is killed.
+    void KillTool();
     std::string ToolLog() const { return ReadWholeFile(m_strLog); }
     HWND Frame() const { return m_hWndFrame; }
     HWND Child() const { return m_hWndChild; }
@@ -202,6 +207,17 @@ void BenchHost::StopTool()
     while (WaitForSingleObject(m_tool.hProcess, 0) == WAIT_TIMEOUT && GetTickCount() - dwStart < 10000)
         Pump(20);
     TerminateProcess(m_tool.hProcess, 0);
+    CloseHandle(m_tool.hProcess);
+    CloseHandle(m_tool.hThread);
+    m_tool = PROCESS_INFORMATION();
+}
+
+void BenchHost::KillTool()
+{
+    if (!m_tool.hProcess)
+        return;
+    TerminateProcess(m_tool.hProcess, 9);
+    WaitForSingleObject(m_tool.hProcess, 5000);
     CloseHandle(m_tool.hProcess);
     CloseHandle(m_tool.hThread);
     m_tool = PROCESS_INFORMATION();
@@ -362,11 +378,39 @@ int RunCapacity()
     fflush(stdout);
     return nFailed ? 1 : 0;
 }
+int RunToolGone()
+{
+    int nFailed = 0;
+    auto check = [&](bool bCondition, const char* pszWhat) {
+        printf("  %s %s\n", bCondition ? "ok  " : "FAIL", pszWhat);
+        nFailed += bCondition ? 0 : 1;
+    };
+    BenchHost host;
+    if (!host.Create())
+        return 2;
+    const LONG_PTR lOwnProc = GetWindowLongPtrA(host.Child(), GWLP_WNDPROC);
+    check(host.StartTool(), "entered by the library");
+    host.KillTool();
+    // The first record that finds the tool gone makes the library leave.
+    const double dStart = Now();
+    SendMessageA(host.Child(), WM_MOUSEWHEEL, MAKEWPARAM(0, 120), 0);
+    const double dFirst = (Now() - dStart) * 1e3;
+    printf("  the record to the killed tool took %.3f ms\n", dFirst);
+    check(dFirst < 100.0, "the failed record returned at once");
+    check(GetWindowLongPtrA(host.Child(), GWLP_WNDPROC) == lOwnProc, "our own procedure is back in our window");
+    // Nothing left of the library on our messages, and a new tool enters again.
+    check(host.StartTool(), "entered again by a new tool");
+    printf("%d passed, %d failed\n", nFailed ? 0 : 1, nFailed ? 1 : 0);
+    fflush(stdout);
+    return nFailed ? 1 : 0;
+}
 } // namespace
 
 int main(int argc, char** argv)
 {
     if (argc > 1 && strcmp(argv[1], "/capacity") == 0)
         return RunCapacity();
+    if (argc > 1 && strcmp(argv[1], "/toolgone") == 0)
+        return RunToolGone();
     return RunBench(argc > 1 && strcmp(argv[1], "/strict") == 0);
 }
