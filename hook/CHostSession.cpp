@@ -724,6 +724,10 @@ template <bool bUnicode> LRESULT CHostSession::OnMessage(HWND hWnd, UINT uMsg, W
     }
     if (!bBefore && !bAfter)
         return CallOriginal<bUnicode>(pfnOriginal, hWnd, uMsg, wParam, lParam);
+    // The host's key state as the message arrives goes with every record:
+    // the tool's thread has a key state of its own.
+    if (!nFlags && IsControlDown())
+        nFlags = HOOK_FLAG_CONTROL;
     if (bBefore)
         ReportMessage(HOOK_MESSAGE, hWnd, uMsg, wParam, nFlags);
     const LRESULT lResult = CallOriginal<bUnicode>(pfnOriginal, hWnd, uMsg, wParam, lParam);

@@ -414,6 +414,9 @@ TEST_CASE(a_wheel_notch_gives_one_record_of_the_window_under_it)
     REQUIRE(Drain(s.host, hWndEditor));
     CHECK_EQ(s.tool.Count("AFTER", hWndEditor, WM_MOUSEWHEEL), 1);
     CHECK_EQ(s.tool.Count("AFTER", hWndViewText, WM_MOUSEWHEEL), 1);
+    for (const Record& record : s.tool.Records())
+        if (record.strWhat == "AFTER" || record.strWhat == "BEFORE")
+            CHECK_EQ(record.nFlags, 0u); // Ctrl was not held
     CHECK_EQ(s.tool.Count("AFTER", hWndView, WM_MOUSEWHEEL), 0);
     CHECK_EQ(s.tool.Count("AFTER", hWndGutter, WM_MOUSEWHEEL), 0);
     CHECK_EQ(s.tool.Count("BEFORE", hWndEditor), 0);
@@ -485,9 +488,14 @@ TEST_CASE(a_posted_ctrl_enter_is_reported_from_the_window_procedure)
     CHECK(s.host.WaitLog("KEYDOWN " + s.File("a.c") + " 17 ctrl=1", 5000));
     PostMessageA(hWndEditor, WM_KEYDOWN, VK_RETURN, 0x001C0001);
     PostMessageA(hWndEditor, WM_KEYDOWN, 'X', 0x002D0001);
+    PostMessageA(hWndEditor, WM_MOUSEWHEEL, kWheelUp, 0);
     REQUIRE(Drain(s.host, hWndEditor));
     SendKey(VK_CONTROL, true);
     CHECK_EQ(s.tool.Count("AFTER", hWndEditor, WM_KEYDOWN), 1);
+    // Every record carries the host's Ctrl state, the wheel's too.
+    for (const Record& record : s.tool.Records())
+        if (record.hWnd == hWndEditor && (record.nMessage == WM_KEYDOWN || record.nMessage == WM_MOUSEWHEEL))
+            CHECK_EQ(record.nFlags, static_cast<unsigned>(HOOK_FLAG_CONTROL));
     // Without Ctrl: nothing. A key after the release shows that the host has
     // taken the release from its input queue.
     SendKey('X', false);
