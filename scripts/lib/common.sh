@@ -82,6 +82,7 @@ qv_wine_for() {
   [ -x "$loader" ] || return 1
   local out rc
   out=$("$loader" "$bindir/probe_arch.exe" 2>/dev/null) && rc=0 || rc=$?
+  out=${out//$'\r'/} # a Windows program ends its lines with CR LF
   if [ "$rc" = 42 ] && [ "$out" = "probe_arch $arch" ]; then
     echo "$loader"
     return 0
