@@ -204,6 +204,12 @@ std::map<HWND, unsigned> ExpectedWindows(HWND hWndFrame)
     return expected;
 }
 
+// The tool knows the same windows with the same kinds as the host has.
+bool InStep(const FakeTool& tool, HWND hWndFrame)
+{
+    return tool.Reported() == ExpectedWindows(hWndFrame);
+}
+
 // The tool knows exactly the host's watched windows, each with its kind, and
 // heard of every parent before its children.
 void CheckReportsMatchHost(const FakeTool& tool, HWND hWndFrame)
@@ -634,7 +640,7 @@ TEST_CASE(a_hung_tool_stalls_the_host_once_and_loses_no_window_when_it_wakes)
 
     REQUIRE(s.tool.WaitCount("AWAKE", 1, nullptr, 0, 10000));
     // Once it answers again it hears of both, and then is in step with the host.
-    CHECK(qt::WaitFor([&] { return s.tool.Reported().size() == ExpectedWindows(hWndFrame).size(); }, 5000));
+    CHECK(qt::WaitFor([&] { return InStep(s.tool, hWndFrame); }, 5000));
     CheckReportsMatchHost(s.tool, hWndFrame);
     CHECK(s.tool.Reported().count(hWndB) == 0);
     // And its records flow again.
@@ -662,7 +668,7 @@ TEST_CASE(a_creation_unanswered_by_a_hung_tool_ends_as_exactly_one_window)
     REQUIRE(hWndNew);
     REQUIRE(s.tool.WaitCount("AWAKE", 1, nullptr, 0, 10000));
     CHECK(s.tool.WaitCount("CREATE", 1, hWndNew));
-    CHECK(qt::WaitFor([&] { return s.tool.Reported().size() == ExpectedWindows(hWndFrame).size(); }, 5000));
+    CHECK(qt::WaitFor([&] { return InStep(s.tool, hWndFrame); }, 5000));
     CheckReportsMatchHost(s.tool, hWndFrame);
     printf("  records of the new editor:");
     for (const Record& record : s.tool.Records())
@@ -690,7 +696,7 @@ TEST_CASE(a_slow_tool_that_works_for_the_host_is_not_taken_for_hung)
     CHECK(s.tool.WaitCount("AFTER", 3, hWndEditor, WM_MOUSEWHEEL, 10000));
     // And creations keep flowing at once.
     PostMessageA(s.host.Frame(), WM_COMMAND, 1001, 0);
-    CHECK(qt::WaitFor([&] { return s.tool.Reported().size() == ExpectedWindows(s.host.Frame()).size(); }, 5000));
+    CHECK(qt::WaitFor([&] { return InStep(s.tool, s.host.Frame()); }, 5000));
 }
 
 TEST_CASE(a_tool_handle_that_is_no_window_leaves_the_host_alone)
