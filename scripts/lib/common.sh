@@ -48,7 +48,7 @@ qv_start_display() {
 }
 
 qv_stop_display() {
-  [ -n "${QV_XVFB_PID:-}" ] && kill "$QV_XVFB_PID" 2>/dev/null
+  if [ -n "${QV_XVFB_PID:-}" ]; then kill "$QV_XVFB_PID" 2>/dev/null || true; fi
   QV_XVFB_PID=
 }
 
@@ -63,13 +63,13 @@ qv_make_prefix() {
   # Caption buttons draw as letters without this font.
   local marlett
   marlett=$(dpkg -L fonts-wine 2>/dev/null | grep -i 'marlett.ttf$' | head -n 1)
-  [ -n "$marlett" ] && cp "$marlett" "$WINEPREFIX/drive_c/windows/Fonts/"
+  if [ -n "$marlett" ]; then cp "$marlett" "$WINEPREFIX/drive_c/windows/Fonts/"; fi
   "$QV_WINESERVER" -w
 }
 
 qv_end_wine() {
-  [ -n "${WINEPREFIX:-}" ] && "$QV_WINESERVER" -k 2>/dev/null
-  true
+  # No server left running is fine: -k then reports a failure.
+  if [ -n "${WINEPREFIX:-}" ]; then "$QV_WINESERVER" -k 2>/dev/null || true; fi
 }
 
 # The loader that runs Windows programs of an architecture, or nothing when
