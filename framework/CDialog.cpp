@@ -127,6 +127,7 @@ INT_PTR CDialog::DoModal()
         bEnableParent = TRUE;
     }
 
+    m_bModalLoop = TRUE;
     if (CreateFromTemplate(m_lpszTemplateName, hWndParent) && m_bContinueModal)
     {
         // Shown once the queue is empty, that is once OnInitDialog's
@@ -156,6 +157,7 @@ INT_PTR CDialog::DoModal()
                          SWP_HIDEWINDOW | SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_NOZORDER);
     }
     m_bContinueModal = FALSE;
+    m_bModalLoop = FALSE;
 
     if (bEnableParent)
         ::EnableWindow(hWndParent, TRUE);
@@ -173,7 +175,11 @@ void CDialog::EndDialog(int nResult)
         m_bContinueModal = FALSE;
         PostMessage(WM_NULL); // wakes the modal loop
     }
-    if (m_hWnd)
+    // Wine: the system's EndDialog enables the owner of any top-level
+    // dialog, also one that was disabled before DoModal disabled it (seen: a
+    // parent disabled beforehand came back enabled). A modal dialog is hidden
+    // and its parent given back its state by DoModal instead.
+    if (m_hWnd && !m_bModalLoop)
         ::EndDialog(m_hWnd, nResult);
 }
 

@@ -48,6 +48,7 @@ protected:
 
     int m_nModalResult = -1;
     BOOL m_bContinueModal = FALSE; // cleared by EndDialog
+    BOOL m_bModalLoop = FALSE;     // DoModal is running
 
     DECLARE_MESSAGE_MAP()
 
