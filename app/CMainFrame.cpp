@@ -74,7 +74,12 @@ void CMainFrame::OnClose()
     Sleep(100);
     // Every host reports its windows gone; their items undo what they did
     // to the host. A host that was killed never will: its windows are no
-    // windows any more, and their items go without a record.
+    // windows any more, and their items go without a record. Nor will a hung
+    // host: when nothing has arrived for a while, the items of hosts that do
+    // not answer go too, so that the tool can always end.
+    const DWORD kQuietMs = 1000;
+    size_t nLeft = m_items.size();
+    DWORD dwSince = GetTickCount();
     while (!m_items.IsEmpty())
     {
         MSG msg;
@@ -82,10 +87,19 @@ void CMainFrame::OnClose()
         {
             TranslateMessage(&msg);
             DispatchMessageA(&msg);
+            continue;
         }
-        else
+        m_items.RemoveVanished();
+        if (m_items.size() != nLeft)
         {
-            m_items.RemoveVanished();
+            nLeft = m_items.size();
+            dwSince = GetTickCount();
+        }
+        else if (GetTickCount() - dwSince >= kQuietMs)
+        {
+            m_items.RemoveUnresponsive(250);
+            nLeft = m_items.size();
+            dwSince = GetTickCount();
         }
     }
     CTrayIconFrame::OnClose();

@@ -6,6 +6,7 @@
 #include "CNumWndItem.h"
 #include "CTextWndItem.h"
 
+#include <algorithm>
 #include <new>
 
 CItems::~CItems()
@@ -74,6 +75,37 @@ void CItems::RemoveVanished()
     {
         CItem* pItem = (*this)[i];
         if (IsWindow(pItem->m_hWnd))
+        {
+            ++i;
+            continue;
+        }
+        erase(begin() + static_cast<std::ptrdiff_t>(i));
+        delete pItem;
+    }
+}
+
+void CItems::RemoveUnresponsive(UINT uTimeoutMs)
+{
+    // One question per host thread: a thread that answers will deliver its
+    // windows' records; one that does not may never.
+    std::vector<DWORD> answered;
+    std::vector<DWORD> silent;
+    for (CItem* pItem : *this)
+    {
+        const DWORD dwThread = GetWindowThreadProcessId(pItem->m_hWnd, nullptr);
+        if (std::find(answered.begin(), answered.end(), dwThread) != answered.end() ||
+            std::find(silent.begin(), silent.end(), dwThread) != silent.end())
+            continue;
+        DWORD_PTR dwResult = 0;
+        const bool bAnswers = SendMessageTimeoutA(pItem->m_hWnd, WM_NULL, 0, 0, SMTO_ABORTIFHUNG | SMTO_BLOCK,
+                                                  uTimeoutMs, &dwResult) != 0;
+        (bAnswers ? answered : silent).push_back(dwThread);
+    }
+    for (size_t i = 0; i < size();)
+    {
+        CItem* pItem = (*this)[i];
+        const DWORD dwThread = GetWindowThreadProcessId(pItem->m_hWnd, nullptr);
+        if (std::find(silent.begin(), silent.end(), dwThread) == silent.end())
         {
             ++i;
             continue;

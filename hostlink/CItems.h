@@ -27,6 +27,9 @@ public:
     // Deletes the items whose windows no longer exist (their host was killed
     // and will never report them gone).
     void RemoveVanished();
+    // Deletes the items of every host thread that does not answer within
+    // dwTimeoutMs (a hung host will not report its windows gone either).
+    void RemoveUnresponsive(UINT uTimeoutMs);
 
 private:
     CItem* Find(HWND hWnd) const;

@@ -4,6 +4,8 @@
 #include "Fixture.h"
 #include "TestRunner.h"
 
+#include <stdio.h>
+
 using namespace qt;
 
 namespace
@@ -247,4 +249,38 @@ TEST_CASE(a_killed_host_does_not_hold_up_the_tool)
     CHECK(tool.GetProcess().IsRunning());
     CHECK(tool.Exit(5000));
     CHECK(FileExists(tool.SettingsPath()));
+}
+
+TEST_CASE(a_hung_host_does_not_hold_up_the_exit_and_runs_on_afterwards)
+{
+    const std::string strDir = MakeScratchDir("hung");
+    const std::string strFile = MakeSource(strDir, "main.asm");
+    Host host(strDir);
+    REQUIRE(host.Start("/open \"" + strFile + "\""));
+    Tool tool(strDir);
+    REQUIRE(tool.Start());
+    REQUIRE(host.WaitLog(kDockBarAnnouncement, 10000));
+
+    HWND hWndFrame = host.Frame();
+    const DWORD dwThread = GetWindowThreadProcessId(hWndFrame, nullptr);
+    HANDLE hThread = OpenThread(THREAD_SUSPEND_RESUME, FALSE, dwThread);
+    REQUIRE(hThread != nullptr);
+    SuspendThread(hThread);
+    const DWORD dwStart = GetTickCount();
+    CHECK(tool.Exit(15000));
+    const DWORD dwExit = GetTickCount() - dwStart;
+    CHECK(dwExit < 8000);
+    printf("  exit beside a hung host took %lu ms\n", static_cast<unsigned long>(dwExit));
+    ResumeThread(hThread);
+    CloseHandle(hThread);
+
+    // The host wakes up to a tool that is gone and works on by itself.
+    DWORD_PTR dwResult = 0;
+    CHECK(SendMessageTimeoutA(hWndFrame, WM_NULL, 0, 0, SMTO_NORMAL, 5000, &dwResult) != 0);
+    host.WaitQuiet();
+    host.ClearLog();
+    PostWheel(host.FindWindowByTitle(strFile), -120);
+    PostMessageA(hWndFrame, WM_COMMAND, 1033, 0);
+    CHECK(host.WaitLog("BUILD 1033", 5000));
+    CHECK(host.GetProcess().IsRunning());
 }
