@@ -3,7 +3,6 @@
 // and Esc do, data exchange (modal and modeless), and how commands are
 // updated and routed.
 #include "AssistTestIds.h"
-#include "CButton.h"
 #include "CDataExchange.h"
 #include "CDockPage.h"
 #include "CFrameWnd.h"
@@ -643,67 +642,4 @@ TEST_CASE(a_popup_menu_is_updated_through_the_command_routing_before_it_opens)
     CHECK_EQ(page.m_nRuns[4], 1);
     CHECK_EQ(page.m_nRuns[5], 0);
     frame.DestroyWindow();
-}
-
-namespace
-{
-// A button that hears its own clicks back from the parent.
-class CReflectingButton : public CButton
-{
-public:
-    BOOL m_bTakeClicks = FALSE;
-    int m_nClicks = 0;
-
-protected:
-    BOOL OnClicked()
-    {
-        m_nClicks++;
-        return m_bTakeClicks;
-    }
-    DECLARE_MESSAGE_MAP()
-};
-
-BEGIN_MESSAGE_MAP(CReflectingButton, CButton)
-    ON_CONTROL_REFLECT_EX(BN_CLICKED, OnClicked)
-END_MESSAGE_MAP()
-
-class CButtonParent : public CDialog
-{
-public:
-    CButtonParent() : CDialog(IDD_OKCANCEL, nullptr) {}
-    CReflectingButton m_button;
-    int m_nParentClicks = 0;
-
-protected:
-    void DoDataExchange(CDataExchange* pDX) override
-    {
-        CDialog::DoDataExchange(pDX);
-        DDX_Control(pDX, IDOK, m_button);
-    }
-    void OnOK() override { m_nParentClicks++; }
-    DECLARE_MESSAGE_MAP()
-};
-
-BEGIN_MESSAGE_MAP(CButtonParent, CDialog)
-END_MESSAGE_MAP()
-} // namespace
-
-TEST_CASE(a_control_hears_its_notifications_back_and_may_keep_them_from_the_parent)
-{
-    CButtonParent dlg;
-    REQUIRE(dlg.Create(IDD_OKCANCEL));
-    REQUIRE(dlg.m_button.m_hWnd == GetDlgItem(dlg.m_hWnd, IDOK));
-    dlg.ShowWindow(SW_SHOW);
-
-    // An _EX handler answering FALSE: both hear of the click.
-    dlg.m_button.SendMessage(BM_CLICK);
-    CHECK_EQ(dlg.m_button.m_nClicks, 1);
-    CHECK_EQ(dlg.m_nParentClicks, 1);
-    // Answering TRUE: the parent does not.
-    dlg.m_button.m_bTakeClicks = TRUE;
-    dlg.m_button.SendMessage(BM_CLICK);
-    CHECK_EQ(dlg.m_button.m_nClicks, 2);
-    CHECK_EQ(dlg.m_nParentClicks, 1);
-    dlg.DestroyWindow();
-    CHECK(dlg.m_button.m_hWnd == nullptr);
 }

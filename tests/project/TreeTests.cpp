@@ -466,19 +466,6 @@ TEST_CASE(cursors_name_nothing_where_there_is_no_node)
     tree.GetClientRect(&rcClient);
     CHECK(tree.HitTestCursor(CPoint(10, rcClient.bottom - 3)).GetHandle() == nullptr); // below the last node
 
-    // Insertion through the control hands back a cursor on the new node.
-    TVINSERTSTRUCTA tvis = {};
-    tvis.hParent = TVI_ROOT;
-    tvis.hInsertAfter = TVI_LAST;
-    tvis.item.mask = TVIF_TEXT;
-    tvis.item.pszText = const_cast<LPSTR>("Second root");
-    CTreeCursor second = tree.InsertCursor(&tvis);
-    CHECK(second.GetHandle() != nullptr);
-    CHECK_EQ(Text(second), std::string("Second root"));
-    CHECK(second.SetText("Renamed"));
-    CHECK_EQ(Text(second), std::string("Renamed"));
-    CTreeCursor child = second.InsertChild("With image", 4);
-    CHECK(Images(child) == std::make_pair(4, 4));
     host.DestroyWindow();
 }
 
