@@ -197,8 +197,13 @@ TEST_CASE(clicking_a_tab_shows_its_page_alone_and_only_the_change_reaches_the_pa
     CHECK(!pages.pAlpha->IsWindowVisible());
     CHECK(pages.pBeta->IsWindowVisible());
     CHECK(!pages.pGamma->IsWindowVisible());
-    // The focus went into the shown page.
+    // The focus went into the shown page, where Enter and Esc end nothing.
     CHECK(IsChild(pages.pBeta->m_hWnd, GetFocus()));
+    HWND hWndBeta = pages.pBeta->m_hWnd;
+    kit::PressKey(VK_RETURN);
+    kit::PressKey(VK_ESCAPE);
+    CHECK(IsWindow(hWndBeta));
+    CHECK(IsWindowVisible(hWndBeta));
 
     ClickTab(tab, 2);
     CHECK_EQ(tab.GetCurSel(), 2);
