@@ -12,6 +12,10 @@
 // HOOKBENCH.exe /capacity  makes 1600 inner windows while entered: the
 //                          library watches up to its bound, leaves the rest
 //                          alone, and watches again once windows are gone.
+// HOOKBENCH.exe /ratios    the figures of the benchmark script: messages the
+//                          tool does not act on, sent and posted, watched and
+//                          not, as ratios to the same stream without the hook,
+//                          in the first second after the install and steady.
 // HOOKBENCH.exe /toolgone  kills the fake tool while entered: the next
 //                          record fails at once and the library leaves,
 //                          giving our windows their own procedures back.
@@ -119,6 +123,8 @@ public:
     bool Create();
     // Starts FAKETOOL.exe and pumps until the library has entered us.
     bool StartTool();
+    // Starts FAKETOOL.exe and returns at once.
+    bool LaunchTool();
     // The fake tool uninstalls and ends; pumps meanwhile.
     void StopTool();
     // The fake tool ends without a word, as when it is killed.
@@ -178,6 +184,19 @@ bool BenchHost::Create()
 
 bool BenchHost::StartTool()
 {
+    const LONG_PTR lChildProc = GetWindowLongPtrA(m_hWndChild, GWLP_WNDPROC);
+    if (!LaunchTool())
+        return false;
+    // The library enters us while we pump: the MDI child's procedure changes.
+    const DWORD dwStart = GetTickCount();
+    while (GetWindowLongPtrA(m_hWndChild, GWLP_WNDPROC) == lChildProc && GetTickCount() - dwStart < 10000)
+        Pump(20);
+    Pump(300);
+    return GetWindowLongPtrA(m_hWndChild, GWLP_WNDPROC) != lChildProc;
+}
+
+bool BenchHost::LaunchTool()
+{
     char szTemp[MAX_PATH] = {};
     GetTempPathA(MAX_PATH, szTemp);
     m_strLog = std::string(szTemp) + "qv-hookbench-" + std::to_string(GetCurrentProcessId()) + ".log";
@@ -185,15 +204,7 @@ bool BenchHost::StartTool()
     std::string strCommand = "\"" + ExeDir() + "FAKETOOL.exe\" /log \"" + m_strLog + "\"";
     STARTUPINFOA si = {};
     si.cb = sizeof(si);
-    if (!CreateProcessA(nullptr, &strCommand[0], nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &m_tool))
-        return false;
-    // The library enters us while we pump: the MDI child's procedure changes.
-    const LONG_PTR lChildProc = GetWindowLongPtrA(m_hWndChild, GWLP_WNDPROC);
-    const DWORD dwStart = GetTickCount();
-    while (GetWindowLongPtrA(m_hWndChild, GWLP_WNDPROC) == lChildProc && GetTickCount() - dwStart < 10000)
-        Pump(20);
-    Pump(300);
-    return GetWindowLongPtrA(m_hWndChild, GWLP_WNDPROC) != lChildProc;
+    return CreateProcessA(nullptr, &strCommand[0], nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &m_tool) != 0;
 }
 
 void BenchHost::StopTool()
@@ -403,12 +414,145 @@ int RunToolGone()
     fflush(stdout);
     return nFailed ? 1 : 0;
 }
+
+// Messages the tool does not act on, as a host gets them all the time.
+const UINT kQuietMessages[] = {WM_MOUSEMOVE, WM_TIMER, WM_NCHITTEST, WM_SETCURSOR};
+const int kQuietSends = 2000;  // of each, per block
+const int kQuietPosts = 100;   // of each, per block
+
+struct Stream
+{
+    double dSentWatched = 0;   // microseconds per message
+    double dSentUnwatched = 0;
+    double dPostedWatched = 0;
+    double dPostedUnwatched = 0;
+};
+
+double SendQuiet(HWND hWnd)
+{
+    const double dStart = Now();
+    for (UINT uMsg : kQuietMessages)
+        for (int i = 0; i < kQuietSends; ++i)
+            SendMessageA(hWnd, uMsg, 0, 0);
+    return (Now() - dStart) * 1e6 / (kQuietSends * 4);
+}
+
+double PostQuiet(HWND hWnd)
+{
+    const double dStart = Now();
+    MSG msg;
+    for (UINT uMsg : kQuietMessages)
+        for (int i = 0; i < kQuietPosts; ++i)
+        {
+            PostMessageA(hWnd, uMsg, 0, 0);
+            while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE))
+                DispatchMessageA(&msg);
+        }
+    return (Now() - dStart) * 1e6 / (kQuietPosts * 4);
+}
+
+// One block of the stream: watched and unwatched in turn, so that the
+// machine's load falls on both alike.
+Stream MeasureBlock(const BenchHost& host)
+{
+    Stream s;
+    s.dSentWatched = SendQuiet(host.Child());
+    s.dSentUnwatched = SendQuiet(host.Plain());
+    s.dPostedWatched = PostQuiet(host.Child());
+    s.dPostedUnwatched = PostQuiet(host.Plain());
+    return s;
+}
+
+Stream Average(const std::vector<Stream>& blocks)
+{
+    Stream sum;
+    for (const Stream& s : blocks)
+    {
+        sum.dSentWatched += s.dSentWatched / blocks.size();
+        sum.dSentUnwatched += s.dSentUnwatched / blocks.size();
+        sum.dPostedWatched += s.dPostedWatched / blocks.size();
+        sum.dPostedUnwatched += s.dPostedUnwatched / blocks.size();
+    }
+    return sum;
+}
+
+std::vector<Stream> MeasureFor(const BenchHost& host, double dSeconds)
+{
+    std::vector<Stream> blocks;
+    const double dStart = Now();
+    while (Now() - dStart < dSeconds)
+        blocks.push_back(MeasureBlock(host));
+    return blocks;
+}
+
+void PrintRow(const char* pszWhat, const Stream& base, const Stream& s)
+{
+    printf("%-34s %9.3fx %9.3fx %9.3fx %9.3fx   %+8.1f ns\n", pszWhat, s.dSentUnwatched / base.dSentUnwatched,
+           s.dSentWatched / base.dSentWatched, s.dPostedUnwatched / base.dPostedUnwatched,
+           s.dPostedWatched / base.dPostedWatched, (s.dSentWatched - base.dSentWatched) * 1e3);
+}
+
+int RunRatios()
+{
+    BenchHost host;
+    if (!host.Create())
+        return 2;
+    const std::vector<Stream> before = MeasureFor(host, 2.0);
+
+    // From the tool's start on: blocks until one second after the library
+    // entered us (reporting our windows, subclassing the watched ones).
+    const LONG_PTR lChildProc = GetWindowLongPtrA(host.Child(), GWLP_WNDPROC);
+    if (!host.LaunchTool())
+        return 2;
+    std::vector<Stream> first;
+    double dEntered = 0;
+    const double dLaunched = Now();
+    while (Now() - dLaunched < 15.0)
+    {
+        const Stream block = MeasureBlock(host);
+        if (dEntered > 0)
+            first.push_back(block);
+        else if (GetWindowLongPtrA(host.Child(), GWLP_WNDPROC) != lChildProc)
+        {
+            dEntered = Now();
+            first.push_back(block); // the block in which the library entered
+        }
+        if (dEntered > 0 && Now() - dEntered >= 1.0)
+            break;
+        Pump(1);
+    }
+    const std::vector<Stream> steady = MeasureFor(host, 3.0);
+    host.StopTool();
+    const std::vector<Stream> after = MeasureFor(host, 2.0);
+
+    std::vector<Stream> alone(before);
+    alone.insert(alone.end(), after.begin(), after.end());
+    const Stream base = Average(alone);
+    printf("entered by the library: %s (%.0f ms after the tool started)\n", dEntered > 0 ? "yes" : "NO",
+           dEntered > 0 ? (dEntered - dLaunched) * 1e3 : 0.0);
+    printf("messages not acted on (%s), without the hook: sent %.3f us, posted %.3f us\n",
+           "WM_MOUSEMOVE, WM_TIMER, WM_NCHITTEST, WM_SETCURSOR", base.dSentWatched, base.dPostedWatched);
+    printf("%-34s %10s %10s %10s %10s   %11s\n", "ratio to no hook", "sent", "sent", "posted", "posted",
+           "added/msg");
+    printf("%-34s %10s %10s %10s %10s   %11s\n", "", "unwatched", "watched", "unwatched", "watched", "sent, watched");
+    PrintRow("first second after the install", base, Average(first));
+    PrintRow("steady state", base, Average(steady));
+    const Stream steadyAverage = Average(steady);
+    const double dUnwatched = steadyAverage.dSentUnwatched / base.dSentUnwatched;
+    printf("goal: unwatched <= 1.03x the unhooked time: sent %.3fx, posted %.3fx (%s)\n", dUnwatched,
+           steadyAverage.dPostedUnwatched / base.dPostedUnwatched,
+           dUnwatched <= 1.03 && steadyAverage.dPostedUnwatched / base.dPostedUnwatched <= 1.03 ? "met" : "MISSED");
+    fflush(stdout);
+    return dEntered > 0 ? 0 : 1;
+}
 } // namespace
 
 int main(int argc, char** argv)
 {
     if (argc > 1 && strcmp(argv[1], "/capacity") == 0)
         return RunCapacity();
+    if (argc > 1 && strcmp(argv[1], "/ratios") == 0)
+        return RunRatios();
     if (argc > 1 && strcmp(argv[1], "/toolgone") == 0)
         return RunToolGone();
     return RunBench(argc > 1 && strcmp(argv[1], "/strict") == 0);
