@@ -38,9 +38,9 @@ struct WatchEntry
 class CWatchTable
 {
 public:
-    static const unsigned kCapacityBits = 11;
-    static const unsigned kCapacity = 1u << kCapacityBits; // 2048 slots
-    static const unsigned kMaxEntries = kCapacity * 3 / 4; // keeps probe chains short
+    static constexpr unsigned kCapacityBits = 11;
+    static constexpr unsigned kCapacity = 1u << kCapacityBits; // 2048 slots
+    static constexpr unsigned kMaxEntries = kCapacity * 3 / 4; // keeps probe chains short
 
     // The entry of a window that still exists (watched or pass-through), or NULL.
     WatchEntry* Find(HWND hWnd);
