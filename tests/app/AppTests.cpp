@@ -3,6 +3,7 @@
 #include "Fixture.h"
 #include "IniFile.h"
 #include "TestRunner.h"
+#include "Tray.h"
 
 using namespace qt;
 
@@ -53,44 +54,6 @@ TEST_CASE(the_hidden_frame_is_never_shown_and_names_its_class)
     CHECK_EQ(std::string(szClass), std::string("TrayIconFrameClass"));
 }
 
-namespace
-{
-// Wine: without a tray of the desktop, Wine's explorer shows notification-area
-// icons in a small window of its own, each icon a child window of it.
-std::vector<HWND> TrayIcons()
-{
-    std::vector<HWND> icons;
-    HWND hWndTray = FindWindowA("__winex11_standalone_tray", nullptr);
-    for (HWND hWnd = GetWindow(hWndTray, GW_CHILD); hWnd; hWnd = GetWindow(hWnd, GW_HWNDNEXT))
-        icons.push_back(hWnd);
-    return icons;
-}
-
-void ClickAt(POINT pt, DWORD dwDown, DWORD dwUp)
-{
-    SetCursorPos(pt.x, pt.y);
-    Sleep(50);
-    INPUT inputs[2] = {};
-    inputs[0].type = INPUT_MOUSE;
-    inputs[0].mi.dwFlags = dwDown;
-    inputs[1].type = INPUT_MOUSE;
-    inputs[1].mi.dwFlags = dwUp;
-    SendInput(2, inputs, sizeof(INPUT));
-}
-
-HWND VisibleMenu()
-{
-    HWND hWnd = FindWindowA("#32768", nullptr);
-    return hWnd && IsWindowVisible(hWnd) ? hWnd : nullptr;
-}
-
-POINT Centre(HWND hWnd)
-{
-    RECT rc = {};
-    GetWindowRect(hWnd, &rc);
-    return POINT{(rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2};
-}
-} // namespace
 
 TEST_CASE(the_tray_icon_menu_opens_on_a_left_click_and_exit_ends_the_tool)
 {
@@ -106,15 +69,7 @@ TEST_CASE(the_tray_icon_menu_opens_on_a_left_click_and_exit_ends_the_tool)
     CHECK(tool.GetProcess().IsRunning());
 
     // The left button opens the menu at the mouse; its one item ends the tool.
-    ClickAt(Centre(hWndIcon), MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
-    REQUIRE(WaitFor([] { return VisibleMenu() != nullptr; }, 5000));
-    HWND hWndMenu = VisibleMenu();
-    DWORD dwMenuProcess = 0;
-    GetWindowThreadProcessId(hWndMenu, &dwMenuProcess);
-    CHECK_EQ(dwMenuProcess, tool.GetProcess().Id());
-    RECT rcMenu = {};
-    GetWindowRect(hWndMenu, &rcMenu);
-    ClickAt(POINT{rcMenu.left + 20, rcMenu.top + 10}, MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
+    REQUIRE(ExitFromTrayMenu(hWndIcon));
     CHECK(tool.GetProcess().WaitExit(10000));
     CHECK_EQ(tool.GetProcess().ExitCode(), 0ul);
     CHECK(FileExists(tool.SettingsPath()));

@@ -9,6 +9,18 @@ namespace qt
 namespace
 {
 bool g_bFailed = false;
+std::vector<std::string> g_options;
+}
+
+std::string Option(const char* pszName)
+{
+    const std::string strPrefix = std::string("--") + pszName + "=";
+    for (const std::string& strOption : g_options)
+    {
+        if (strOption.compare(0, strPrefix.size(), strPrefix) == 0)
+            return strOption.substr(strPrefix.size());
+    }
+    return std::string();
 }
 
 std::vector<TestCase>& Registry()
@@ -33,11 +45,19 @@ int RunAll(int argc, char** argv)
 {
     int nPassed = 0;
     int nFailed = 0;
+    std::vector<const char*> names;
+    for (int i = 1; i < argc; ++i)
+    {
+        if (strncmp(argv[i], "--", 2) == 0)
+            g_options.push_back(argv[i]);
+        else
+            names.push_back(argv[i]);
+    }
     for (const TestCase& test : Registry())
     {
-        bool bWanted = argc <= 1;
-        for (int i = 1; i < argc; ++i)
-            bWanted = bWanted || strcmp(argv[i], test.pszName) == 0;
+        bool bWanted = names.empty();
+        for (const char* pszName : names)
+            bWanted = bWanted || strcmp(pszName, test.pszName) == 0;
         if (!bWanted)
             continue;
         printf("[ RUN ] %s\n", test.pszName);

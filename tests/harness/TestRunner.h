@@ -18,7 +18,10 @@ std::vector<TestCase>& Registry();
 void Fail(const char* pszFile, int nLine, const std::string& strWhat);
 bool CurrentFailed();
 // Runs every case (or those named on the command line); returns the exit code.
+// Arguments of the form --name=value are options for the cases, not names.
 int RunAll(int argc, char** argv);
+// The value of --name=value on the command line, or empty.
+std::string Option(const char* pszName);
 
 struct Registrar
 {

@@ -1,0 +1,22 @@
+// The notification area as a user meets it: the icons shown, a real click on
+// one, and the popup menu it opens.
+#pragma once
+
+#include <windows.h>
+
+#include <vector>
+
+namespace qt
+{
+// Wine: without a tray of the desktop, Wine's explorer shows notification-area
+// icons in a small window of its own, each icon a child window of it.
+std::vector<HWND> TrayIcons();
+// Real input at a screen point: the cursor moves there, then down and up.
+void ClickAt(POINT pt, DWORD dwDown, DWORD dwUp);
+POINT Centre(HWND hWnd);
+// The popup menu on the screen, or NULL.
+HWND VisibleMenu();
+// Opens the tool's tray menu with a left click on its icon and clicks the
+// menu's first item ("&Exit"). False when no menu appeared.
+bool ExitFromTrayMenu(HWND hWndIcon);
+} // namespace qt
