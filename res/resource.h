@@ -22,6 +22,10 @@
 #define IDR_CONTEXTMENU 102
 
 // Dialogs 129, 130 and 131 are added here.
+// The Comment Editor: one line of text, Paste, Cancel and the IME check box.
+#define IDD_COMMENTDLG 131
+#define IDC_COMMENT_TEXT 1003
+#define IDC_OPEN_IME 1004
 
 // Strings.
 #define IDS_TRAYTIP 100
