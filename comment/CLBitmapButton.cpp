@@ -1,0 +1,215 @@
+#include "CLBitmapButton.h"
+
+#include "CDC.h"
+
+BEGIN_MESSAGE_MAP(CLBitmapButton, CButton)
+    ON_WM_CREATE()
+    ON_WM_SYSCOLORCHANGE()
+END_MESSAGE_MAP()
+
+namespace
+{
+// A copy of one image as an icon, destroyed on every path.
+class CImageIcon
+{
+public:
+    CImageIcon(HIMAGELIST hImageList, int nImage)
+        : m_hIcon(hImageList ? ImageList_GetIcon(hImageList, nImage, ILD_NORMAL) : nullptr)
+    {
+    }
+    ~CImageIcon()
+    {
+        if (m_hIcon)
+            DestroyIcon(m_hIcon);
+    }
+    CImageIcon(const CImageIcon&) = delete;
+    CImageIcon& operator=(const CImageIcon&) = delete;
+
+    HICON m_hIcon;
+};
+
+// Draws one ring of the frame and moves the rectangle one pixel inwards.
+void DrawRing(CDC& dc, CRect& rect, COLORREF clrTopLeft, COLORREF clrBottomRight)
+{
+    dc.Draw3dRect(&rect, clrTopLeft, clrBottomRight);
+    InflateRect(&rect, -1, -1);
+}
+} // namespace
+
+BOOL CLBitmapButton::SetImage(CImageList* pImageList, int nImage)
+{
+    IMAGEINFO info = {};
+    if (!pImageList || !pImageList->GetImageInfo(nImage, &info))
+        return FALSE;
+    m_sizeImage = CSize(info.rcImage.right - info.rcImage.left, info.rcImage.bottom - info.rcImage.top);
+    const BOOL bCreated = m_imageList.Create(m_sizeImage.cx, m_sizeImage.cy, ILC_COLORDDB | ILC_MASK, 0, 1);
+    CImageIcon icon(*pImageList, nImage);
+    if (icon.m_hIcon && m_imageList.GetSafeHandle())
+        ImageList_ReplaceIcon(m_imageList, -1, icon.m_hIcon);
+    if (m_hWnd)
+        Invalidate();
+    return bCreated;
+}
+
+void CLBitmapButton::PreSubclassWindow()
+{
+    CButton::PreSubclassWindow();
+    InitButton();
+}
+
+int CLBitmapButton::OnCreate(LPCREATESTRUCT lpCreateStruct)
+{
+    if (CButton::OnCreate(lpCreateStruct) == -1)
+        return -1;
+    InitButton();
+    return 0;
+}
+
+LRESULT CLBitmapButton::WindowProc(UINT nMessage, WPARAM wParam, LPARAM lParam)
+{
+    // The text is taken before the button repaints itself for the new one.
+    if (nMessage == WM_SETTEXT)
+        m_strText = lParam ? reinterpret_cast<LPCSTR>(lParam) : "";
+    return CButton::WindowProc(nMessage, wParam, lParam);
+}
+
+void CLBitmapButton::OnSysColorChange()
+{
+    CButton::OnSysColorChange();
+    ReadColors();
+}
+
+void CLBitmapButton::InitButton()
+{
+    ModifyStyle(0, BS_OWNERDRAW);
+    GetWindowText(m_strText);
+    ReadColors();
+
+    const DWORD dwStyle = GetStyle();
+    m_nFormat = (dwStyle & BS_MULTILINE) ? 0 : DT_SINGLELINE;
+    // Two bits each: one alone aligns to its side, none or both centre.
+    switch (dwStyle & (BS_LEFT | BS_RIGHT))
+    {
+    case BS_LEFT:
+        m_nFormat |= DT_LEFT;
+        break;
+    case BS_RIGHT:
+        m_nFormat |= DT_RIGHT;
+        break;
+    default:
+        m_nFormat |= DT_CENTER;
+        break;
+    }
+    switch (dwStyle & (BS_TOP | BS_BOTTOM))
+    {
+    case BS_TOP:
+        m_nFormat |= DT_TOP;
+        break;
+    case BS_BOTTOM:
+        m_nFormat |= DT_BOTTOM;
+        break;
+    default:
+        m_nFormat |= DT_VCENTER;
+        break;
+    }
+}
+
+void CLBitmapButton::ReadColors()
+{
+    m_clrHilight = GetSysColor(COLOR_3DHILIGHT);
+    m_clrShadow = GetSysColor(COLOR_3DSHADOW);
+    m_clrDkShadow = GetSysColor(COLOR_3DDKSHADOW);
+    m_clrFace = GetSysColor(COLOR_3DFACE);
+    m_clrGrayText = GetSysColor(COLOR_GRAYTEXT);
+}
+
+void CLBitmapButton::DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct)
+{
+    CDC dc(lpDrawItemStruct->hDC);
+    const CRect rectItem(lpDrawItemStruct->rcItem);
+    const UINT nState = lpDrawItemStruct->itemState;
+    const bool bText = !m_strText.IsEmpty();
+    const bool bDisabled = (nState & ODS_DISABLED) != 0;
+    const bool bPressed = (nState & ODS_SELECTED) != 0;
+    // Any state at all marks the button (focus, pressed). Newer systems add
+    // the two keyboard-cue bits to every button while the cues are hidden;
+    // they would mark the unfocused button too.
+    const bool bMarked = (nState & ~static_cast<UINT>(ODS_NOACCEL | ODS_NOFOCUSRECT)) != 0;
+
+    const int nOldMode = dc.SetBkMode(TRANSPARENT);
+    dc.FillSolidRect(&rectItem, m_clrFace);
+
+    // The image keeps the same margin at the left as at the top, so the text
+    // follows close by; without text it sits in the middle.
+    CRect rectImage(rectItem.left, rectItem.top, rectItem.left + m_sizeImage.cx, rectItem.top + m_sizeImage.cy);
+    if (rectItem.Width() > m_sizeImage.cx && rectItem.Height() > m_sizeImage.cy)
+    {
+        const int dx = (rectItem.Width() - m_sizeImage.cx) / 2;
+        const int dy = (rectItem.Height() - m_sizeImage.cy) / 2;
+        OffsetRect(&rectImage, bText ? dy : dx, dy);
+    }
+    else
+    {
+        rectImage = rectItem;
+    }
+
+    const int nShift = bPressed ? 1 : 0;
+    if (!bDisabled)
+    {
+        if (m_imageList.GetSafeHandle())
+            ImageList_Draw(m_imageList, 0, dc, rectImage.left + nShift, rectImage.top + nShift, ILD_TRANSPARENT);
+    }
+    else
+    {
+        CImageIcon icon(m_imageList, 0);
+        if (icon.m_hIcon)
+            dc.DrawState(CPoint(rectImage.left, rectImage.top), m_sizeImage, icon.m_hIcon, DST_ICON | DSS_DISABLED);
+    }
+
+    if (bText)
+    {
+        CRect rectText(rectItem);
+        rectText.left = rectImage.right;
+        if (!bDisabled)
+        {
+            OffsetRect(&rectText, nShift, nShift);
+            dc.DrawText(m_strText, &rectText, m_nFormat);
+        }
+        else
+        {
+            CRect rectEtch(rectText);
+            OffsetRect(&rectEtch, 1, 1);
+            const COLORREF clrOld = dc.SetTextColor(m_clrHilight);
+            dc.DrawText(m_strText, &rectEtch, m_nFormat);
+            dc.SetTextColor(m_clrGrayText);
+            dc.DrawText(m_strText, &rectText, m_nFormat);
+            dc.SetTextColor(clrOld);
+        }
+    }
+
+    CRect rectFrame(rectItem);
+    if (!bDisabled && bMarked)
+    {
+        CRect rectFocus(rectItem);
+        InflateRect(&rectFocus, -4, -4);
+        dc.DrawFocusRect(&rectFocus);
+        if (bPressed)
+        {
+            DrawRing(dc, rectFrame, m_clrDkShadow, m_clrDkShadow);
+            DrawRing(dc, rectFrame, m_clrShadow, m_clrShadow);
+        }
+        else
+        {
+            DrawRing(dc, rectFrame, m_clrDkShadow, m_clrDkShadow);
+            DrawRing(dc, rectFrame, m_clrHilight, m_clrDkShadow);
+            DrawRing(dc, rectFrame, m_clrFace, m_clrShadow);
+        }
+    }
+    else
+    {
+        DrawRing(dc, rectFrame, m_clrHilight, m_clrDkShadow);
+        DrawRing(dc, rectFrame, m_clrFace, m_clrShadow);
+    }
+
+    dc.SetBkMode(nOldMode);
+}
