@@ -24,6 +24,35 @@ void RegisterCommonControls()
     InitCommonControlsEx(&icc);
     bDone = true;
 }
+
+// Gives a modal dialog's owner its input back. Enabling a window of another
+// thread waits until that thread has handled WM_ENABLE, so an owner in a
+// program that no longer reads its messages (a hung host IDE under the
+// Comment Editor) would hold this thread for good; it is enabled from a
+// thread of its own, which waits for it. Wine: even enabling an owner that
+// is enabled already waits for its process (seen: EnableWindow on a hung
+// program's enabled window did not return); a hung owner is found quickly,
+// SMTO_ABORTIFHUNG returning at once after 5 s without reading messages.
+DWORD WINAPI EnableOwnerProc(LPVOID pParam)
+{
+    ::EnableWindow(static_cast<HWND>(pParam), TRUE);
+    return 0;
+}
+
+void EnableOwner(HWND hWndOwner)
+{
+    DWORD_PTR dwResult = 0;
+    if (::GetWindowThreadProcessId(hWndOwner, nullptr) == ::GetCurrentThreadId() ||
+        ::SendMessageTimeoutA(hWndOwner, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 1000, &dwResult))
+    {
+        ::EnableWindow(hWndOwner, TRUE);
+        return;
+    }
+    if (!::IsWindow(hWndOwner))
+        return;
+    if (HANDLE hThread = ::CreateThread(nullptr, 0, EnableOwnerProc, hWndOwner, 0, nullptr))
+        ::CloseHandle(hThread);
+}
 } // namespace
 
 CDialog::CDialog(UINT nIDTemplate, CWnd* pParentWnd)
@@ -160,7 +189,7 @@ INT_PTR CDialog::DoModal()
     m_bModalLoop = FALSE;
 
     if (bEnableParent)
-        ::EnableWindow(hWndParent, TRUE);
+        EnableOwner(hWndParent);
     if (hWndParent && m_hWnd && ::GetActiveWindow() == m_hWnd)
         ::SetActiveWindow(hWndParent);
     DestroyWindow();
