@@ -1,6 +1,7 @@
 #include "CMainFrame.h"
 
 #include "CApp.h"
+#include "CCommentDlg.h"
 #include "ProgramLauncher.h"
 #include "QuorvantHook.h"
 
@@ -105,8 +106,12 @@ void CMainFrame::OnClose()
     CTrayIconFrame::OnClose();
 }
 
-LRESULT CMainFrame::OnOpenCommentEditor(WPARAM /*wParam*/, LPARAM /*lParam*/)
+LRESULT CMainFrame::OnOpenCommentEditor(WPARAM wParam, LPARAM /*lParam*/)
 {
+    // Modal over the host frame; this thread keeps handling the hook's
+    // records and the tray icon in the dialog's loop meanwhile.
+    CCommentDlg dlg(reinterpret_cast<HWND>(wParam));
+    dlg.DoModal();
     return 0;
 }
 
