@@ -1,5 +1,5 @@
 // The demo's scripted tour, one step per run, with real input as a user's:
-//   DEMOTOUR wheel | ctrl-e | close-editor | tray-menu | exit
+//   DEMOTOUR wheel | ctrl-e | close-editor | comment-editor | paste | tray-menu | exit
 // The demo script takes a screenshot after each step.
 #include "Fixture.h"
 #include "Tray.h"
@@ -37,6 +37,12 @@ void Key(WORD vk, bool bUp)
     input.ki.wVk = vk;
     input.ki.dwFlags = bUp ? KEYEVENTF_KEYUP : 0;
     SendInput(1, &input, sizeof(INPUT));
+}
+
+// The Comment Editor the tool shows over the host frame, or NULL.
+HWND CommentEditor()
+{
+    return FindWindowA("#32770", "Comment Editor");
 }
 
 // The main.asm editor active, in front, with the pointer over it.
@@ -83,6 +89,42 @@ int main(int argc, char** argv)
         Key(VK_CONTROL, true);
         return 0;
     }
+    if (strcmp(pszStep, "comment-editor") == 0)
+    {
+        // At the end of the line under the pointer, Ctrl+Enter opens the
+        // Comment Editor; a comment is typed into it.
+        if (!FocusEditor())
+            return 1;
+        Key(VK_END, false);
+        Key(VK_END, true);
+        Key(VK_CONTROL, false);
+        Key(VK_RETURN, false);
+        Key(VK_RETURN, true);
+        Key(VK_CONTROL, true);
+        if (!WaitFor([] { return CommentEditor() != nullptr && IsWindowVisible(CommentEditor()); }, 5000))
+            return 1;
+        SetForegroundWindow(CommentEditor());
+        Sleep(200);
+        for (const wchar_t* p = L"    ; the LED shows the loop count"; *p; ++p)
+        {
+            INPUT input[2] = {};
+            input[0].type = input[1].type = INPUT_KEYBOARD;
+            input[0].ki.wScan = input[1].ki.wScan = *p;
+            input[0].ki.dwFlags = KEYEVENTF_UNICODE;
+            input[1].ki.dwFlags = KEYEVENTF_UNICODE | KEYEVENTF_KEYUP;
+            SendInput(2, input, sizeof(INPUT));
+        }
+        return 0;
+    }
+    if (strcmp(pszStep, "paste") == 0)
+    {
+        // A real click on " Paste": the line goes into main.asm through the clipboard.
+        HWND hWndDialog = CommentEditor();
+        if (!hWndDialog)
+            return 1;
+        ClickAt(Centre(GetDlgItem(hWndDialog, IDOK)), MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
+        return WaitFor([] { return CommentEditor() == nullptr || !IsWindowVisible(CommentEditor()); }, 10000) ? 0 : 1;
+    }
     if (strcmp(pszStep, "close-editor") == 0)
     {
         // The external editor of the demo is Wine's notepad: it covers the tray.
@@ -111,6 +153,6 @@ int main(int argc, char** argv)
         ClickAt(POINT{rc.left + 20, rc.top + 10}, MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
         return 0;
     }
-    fprintf(stderr, "usage: DEMOTOUR wheel|ctrl-e|close-editor|tray-menu|exit\n");
+    fprintf(stderr, "usage: DEMOTOUR wheel|ctrl-e|close-editor|comment-editor|paste|tray-menu|exit\n");
     return 2;
 }
