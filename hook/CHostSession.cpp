@@ -623,6 +623,15 @@ void CHostSession::OnKey(WPARAM wParam, LPARAM lParam)
 template <bool bUnicode>
 LRESULT CALLBACK CHostSession::SubclassProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
 {
+    // Only while a record waits for the tool: the host's time on a message
+    // sent to it is the host's, not the tool's (see CToolChannel).
+    if (g_hostSession.m_channel.IsWaiting() && InSendMessage())
+    {
+        const DWORD dwStart = GetTickCount();
+        const LRESULT lResult = g_hostSession.OnMessage<bUnicode>(hWnd, uMsg, wParam, lParam);
+        g_hostSession.m_channel.NoteIncoming(uMsg, GetTickCount() - dwStart);
+        return lResult;
+    }
     return g_hostSession.OnMessage<bUnicode>(hWnd, uMsg, wParam, lParam);
 }
 
@@ -632,7 +641,6 @@ template <bool bUnicode> LRESULT CHostSession::OnMessage(HWND hWnd, UINT uMsg, W
     // touches a string or leaves the process unless the tool acts on the
     // message. The entry is read once: the table may change while the host
     // handles the message.
-    m_channel.NoteIncoming();
     const WatchEntry* pEntry = m_table.Find(hWnd);
     if (!pEntry)
         return bUnicode ? DefWindowProcW(hWnd, uMsg, wParam, lParam) : DefWindowProcA(hWnd, uMsg, wParam, lParam);

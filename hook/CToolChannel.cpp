@@ -5,7 +5,6 @@ void CToolChannel::Open(HWND hWndTool)
     m_hWndTool = hWndTool;
     m_bUnresponsive = false;
     m_bProbePending = false;
-    m_nSignsOfLife = 0;
 }
 
 void CToolChannel::Close()
@@ -23,7 +22,9 @@ SendResult CToolChannel::Send(UINT nCode, const HookRecord& record, HWND hWndAbo
     data.dwData = nCode;
     data.cbData = sizeof(HookRecord);
     data.lpData = const_cast<HookRecord*>(&record);
+    const DWORD dwHostBefore = m_dwHostMs;
     const unsigned nSignsBefore = m_nSignsOfLife;
+    const DWORD dwStart = GetTickCount();
     ++m_nSendDepth;
     DWORD_PTR dwResult = 0;
     // SMTO_NORMAL, not SMTO_BLOCK: while we wait, the host must go on handling
@@ -37,8 +38,12 @@ SendResult CToolChannel::Send(UINT nCode, const HookRecord& record, HWND hWndAbo
         return SEND_DELIVERED;
     if (!IsWindow(m_hWndTool))
         return SEND_NO_TOOL;
-    if (m_nSignsOfLife != nSignsBefore)
-        return SEND_DELIVERED; // slow but busy for us: the record is in its hands
+    // The tool's own share of the wait: what the host did not spend handling
+    // messages sent to it meanwhile.
+    const DWORD dwWaited = GetTickCount() - dwStart;
+    const DWORD dwHost = m_dwHostMs - dwHostBefore;
+    if (m_nSignsOfLife != nSignsBefore || dwWaited < dwHost + kRecordTimeoutMs / 2)
+        return SEND_DELIVERED; // slow but working for the host: the record is in its hands
     m_bUnresponsive = true;
     return SEND_HUNG;
 }

@@ -8,7 +8,7 @@
 
 enum SendResult
 {
-    SEND_DELIVERED, // answered, or the tool was visibly working for the host when the bound ran out
+    SEND_DELIVERED, // answered, or the host itself was busy for the tool for most of the wait
     SEND_HUNG,      // no answer and no sign of life: the tool counts as unresponsive from now on
     SEND_NO_TOOL    // the tool's window is gone
 };
@@ -28,13 +28,19 @@ public:
 
     SendResult Send(UINT nCode, const HookRecord& record, HWND hWndAbout);
 
-    // Called for every message a watched window receives. While a record is
-    // on its way, a message sent by another thread is taken as the tool
-    // working for the host (sending it WM_VSCROLL, the save command, moves),
-    // which is not a hang however long it lasts.
-    void NoteIncoming()
+    // While a record is on its way, the host still handles what other
+    // threads send it: the tool working for the host (WM_VSCROLL, the save
+    // command, moves), but also other programs, which ask whether the host
+    // is alive with WM_NULL. A message other than that is a sign of the tool
+    // at work, and the host's own time spent on sent messages never counts
+    // against the tool. So a tool that has the host save for two seconds is
+    // not hung, and a stopped tool stays hung however often another program
+    // pings the host meanwhile.
+    bool IsWaiting() const { return m_nSendDepth != 0; }
+    void NoteIncoming(UINT uMsg, DWORD dwHostMs)
     {
-        if (m_nSendDepth && InSendMessage())
+        m_dwHostMs += dwHostMs;
+        if (uMsg != WM_NULL)
             ++m_nSignsOfLife;
     }
 
@@ -48,5 +54,6 @@ private:
     bool m_bUnresponsive = false;
     bool m_bProbePending = false;
     unsigned m_nSendDepth = 0;    // records on their way (they nest when the tool sends us messages meanwhile)
-    unsigned m_nSignsOfLife = 0;
+    DWORD m_dwHostMs = 0;         // time the host spent on sent messages while records waited
+    unsigned m_nSignsOfLife = 0;  // messages other than WM_NULL sent to the host meanwhile
 };

@@ -16,8 +16,8 @@
 //
 // FakeTool.exe /log <file> [/busy <ms>] [/badwindow]
 //   /busy: on every wheel record, work for the host for that long before
-//          answering (send it WM_NULL over and over), like a slow but
-//          healthy tool
+//          answering (send it SB_ENDSCROLL over and over, as the tool sends
+//          the host its scroll lines), like a slow but healthy tool
 //   /badwindow: give installHook a handle that is no window
 //
 // Posted to its window (class "QvFakeTool"): kHangMessage (wParam: ms) stops
@@ -88,7 +88,8 @@ void OnRecord(const COPYDATASTRUCT* pData)
             while (GetTickCount() - dwStart < g_dwBusyMs)
             {
                 DWORD_PTR dwResult = 0;
-                SendMessageTimeoutA(HookRecordWindow(pRecord), WM_NULL, 0, 0, SMTO_NORMAL, 1000, &dwResult);
+                SendMessageTimeoutA(HookRecordWindow(pRecord), WM_VSCROLL, SB_ENDSCROLL, 0, SMTO_NORMAL, 1000,
+                                    &dwResult);
                 Sleep(20);
             }
         }
