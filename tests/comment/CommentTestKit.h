@@ -128,28 +128,6 @@ inline bool ClipboardHas(UINT nFormat)
     return IsClipboardFormatAvailable(nFormat) != FALSE;
 }
 
-// Keys pressed in order and released in reverse order (a chord).
-inline void SendKeys(std::initializer_list<WORD> keys)
-{
-    std::vector<INPUT> inputs;
-    for (WORD vk : keys)
-    {
-        INPUT input = {};
-        input.type = INPUT_KEYBOARD;
-        input.ki.wVk = vk;
-        inputs.push_back(input);
-    }
-    for (auto it = keys.end(); it != keys.begin();)
-    {
-        INPUT input = {};
-        input.type = INPUT_KEYBOARD;
-        input.ki.wVk = *--it;
-        input.ki.dwFlags = KEYEVENTF_KEYUP;
-        inputs.push_back(input);
-    }
-    SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
-}
-
 // Types text into the focused window as a keyboard would deliver its
 // characters (VK_PACKET: the window gets WM_CHAR, whatever the layout).
 inline void TypeText(const std::wstring& strText)

@@ -5,6 +5,7 @@
 // saved file, the clipboard, the settings file and the screen.
 #include "CommentTestKit.h"
 #include "Fixture.h"
+#include "HostInput.h"
 #include "IniFile.h"
 #include "TestRunner.h"
 #include "resource.h"
@@ -28,27 +29,17 @@ std::string ImeSettings(bool bOpen)
     return std::string("[Settings]\r\nOpenIMEAutomatically=") + (bOpen ? "1" : "0") + "\r\n";
 }
 
-std::string MakeSource(const std::string& strDir, const char* pszName)
+std::string MakeShortSource(const std::string& strDir, const char* pszName)
 {
     WriteTextFile(strDir + pszName, "; first line\r\n; second line\r\n");
     return strDir + pszName;
-}
-
-// Brings the host to the front with the editor active, so real keys reach it.
-bool FocusEditor(Host& host, HWND hWndEditor)
-{
-    HWND hWndFrame = host.Frame();
-    SetForegroundWindow(hWndFrame);
-    HWND hWndClient = host.FindChildOfClass(hWndFrame, "MDIClient");
-    SendMessageA(hWndClient, WM_MDIACTIVATE, reinterpret_cast<WPARAM>(hWndEditor), 0);
-    return WaitFor([&] { return GetForegroundWindow() == hWndFrame; }, 3000);
 }
 
 // The host and the tool with one source file open in the host's editor.
 struct Session
 {
     explicit Session(const char* pszTag, const std::string& strSettings = std::string())
-        : strDir(MakeScratchDir(pszTag)), strFile(MakeSource(strDir, "main.asm")), host(strDir), tool(strDir)
+        : strDir(MakeScratchDir(pszTag)), strFile(MakeShortSource(strDir, "main.asm")), host(strDir), tool(strDir)
     {
         if (!strSettings.empty())
             WriteTextFile(tool.SettingsPath(), strSettings);
@@ -63,7 +54,7 @@ struct Session
         if (!FocusEditor(host, hWndEditor))
             return nullptr;
         host.WaitQuiet();
-        kit::SendKeys({VK_CONTROL, VK_RETURN});
+        SendKeys({VK_CONTROL, VK_RETURN});
         HWND hWndDialog = kit::WaitDialog(tool.GetProcess().Id());
         if (hWndDialog && !kit::FocusDialog(hWndDialog))
             return nullptr;
@@ -132,7 +123,7 @@ TEST_CASE(ctrl_enter_opens_the_editor_and_the_comment_is_pasted_while_the_clipbo
 
     kit::TypeText(L"; checked by hand");
     Sleep(200);
-    kit::SendKeys({VK_RETURN});
+    SendKeys({VK_RETURN});
     CHECK(kit::WaitDialogGone(s.tool.GetProcess().Id()));
     // The host logs the text it found on the clipboard when 1040 came.
     CHECK(s.host.WaitLog("PASTE ; checked by hand", 3000));
@@ -189,7 +180,7 @@ TEST_CASE(paste_with_an_empty_field_closes_and_touches_neither_host_nor_clipboar
     HWND hWndDialog = s.OpenEditor();
     REQUIRE(hWndDialog != nullptr);
     s.host.ClearLog();
-    kit::SendKeys({VK_RETURN});
+    SendKeys({VK_RETURN});
     CHECK(kit::WaitDialogGone(s.tool.GetProcess().Id()));
     PostMessageA(s.host.Frame(), WM_COMMAND, 1033, 0); // a marker behind anything the tool sent
     REQUIRE(s.host.WaitLog("BUILD 1033", 3000));
@@ -218,7 +209,7 @@ TEST_CASE(cancel_escape_and_the_close_box_change_nothing)
         }
         else if (nWay == 1)
         {
-            kit::SendKeys({VK_ESCAPE});
+            SendKeys({VK_ESCAPE});
         }
         else
         {
@@ -281,7 +272,7 @@ TEST_CASE(a_host_that_never_answers_the_paste_does_not_stop_the_tool)
     kit::TypeText(L"late");
     Sleep(100);
     const DWORD dwStart = GetTickCount();
-    kit::SendKeys({VK_RETURN});
+    SendKeys({VK_RETURN});
     REQUIRE(WaitFor([&] { return hung.Logged("PASTE REQUESTED"); }, 5000));
     CHECK(WaitFor([&] { return !IsWindow(hWndDialog); }, 15000));
     const DWORD dwWaited = GetTickCount() - dwStart;
@@ -317,7 +308,7 @@ TEST_CASE(a_host_that_comes_back_late_pastes_the_comment_and_is_enabled_again)
     REQUIRE(kit::FocusDialog(hWndDialog));
     kit::TypeText(L"slow but sure");
     Sleep(100);
-    kit::SendKeys({VK_RETURN});
+    SendKeys({VK_RETURN});
     CHECK(WaitFor([&] { return !IsWindow(hWndDialog); }, 10000));
     CHECK(!hung.Logged("PASTE slow but sure")); // the tool did not wait for it
     CHECK(WaitFor([&] { return hung.Logged("PASTE slow but sure"); }, 10000));
@@ -340,7 +331,7 @@ TEST_CASE(a_host_killed_while_the_editor_is_open_does_not_stop_the_tool)
         if (kit::FindDialog(s.tool.GetProcess().Id()))
         {
             REQUIRE(kit::FocusDialog(hWndDialog));
-            kit::SendKeys({static_cast<WORD>(bPaste ? VK_RETURN : VK_ESCAPE)});
+            SendKeys({static_cast<WORD>(bPaste ? VK_RETURN : VK_ESCAPE)});
         }
         else
         {
@@ -383,7 +374,7 @@ TEST_CASE(the_ime_check_box_follows_the_setting_and_a_tick_is_kept_and_saved_at_
             CHECK(WaitFor([&] { return (SendMessageA(hWndBox, BM_GETCHECK, 0, 0) == BST_CHECKED) == bExpected; },
                           2000));
         }
-        kit::SendKeys({VK_ESCAPE});
+        SendKeys({VK_ESCAPE});
         REQUIRE(kit::WaitDialogGone(s.tool.GetProcess().Id()));
 
         // The next time it opens, the box shows the choice.
@@ -391,7 +382,7 @@ TEST_CASE(the_ime_check_box_follows_the_setting_and_a_tick_is_kept_and_saved_at_
         REQUIRE(hWndDialog != nullptr);
         if (bIME)
             CHECK_EQ(SendMessageA(GetDlgItem(hWndDialog, IDC_OPEN_IME), BM_GETCHECK, 0, 0) == BST_CHECKED, bExpected);
-        kit::SendKeys({VK_ESCAPE});
+        SendKeys({VK_ESCAPE});
         REQUIRE(kit::WaitDialogGone(s.tool.GetProcess().Id()));
 
         REQUIRE(s.tool.Exit(10000));
@@ -464,7 +455,7 @@ TEST_CASE(the_buttons_show_their_image_left_of_their_text_and_the_focused_one_it
     }
 
     // Tab from the field to Paste: the focused button gets its dark ring.
-    kit::SendKeys({VK_TAB});
+    SendKeys({VK_TAB});
     Sleep(300);
     {
         kit::ScreenShot shot(GetDlgItem(hWndDialog, IDOK));
@@ -473,7 +464,7 @@ TEST_CASE(the_buttons_show_their_image_left_of_their_text_and_the_focused_one_it
         kit::ScreenShot other(GetDlgItem(hWndDialog, IDCANCEL));
         CHECK_EQ(other.Pixel(0, other.Height() / 2), GetSysColor(COLOR_3DHILIGHT));
     }
-    kit::SendKeys({VK_ESCAPE});
+    SendKeys({VK_ESCAPE});
     ImageList_Destroy(hStrip);
     FreeLibrary(hTool);
 }
@@ -550,7 +541,7 @@ TEST_CASE(double_byte_text_typed_in_code_page_932_reaches_the_host_intact)
     WideCharToMultiByte(932, 0, strComment.c_str(), -1, szExpected, sizeof(szExpected), nullptr, nullptr);
     kit::TypeText(strComment);
     Sleep(300);
-    kit::SendKeys({VK_RETURN});
+    SendKeys({VK_RETURN});
     CHECK(kit::WaitDialogGone(s.tool.GetProcess().Id()));
     CHECK(s.host.WaitLog(std::string("PASTE ") + szExpected, 3000));
     if (s.host.CountLogPrefix("PASTE ") > 0 && s.host.CountLog(std::string("PASTE ") + szExpected) == 0)

@@ -2,6 +2,7 @@
 // scrolling and focus in the MDI windows, and Ctrl+E to the external editor.
 // Effects are read from the host's own log.
 #include "Fixture.h"
+#include "HostInput.h"
 #include "TestRunner.h"
 
 #include <stdio.h>
@@ -10,49 +11,31 @@ using namespace qt;
 
 namespace
 {
-std::string MakeSource(const std::string& strDir, const char* pszName, int nLines = 200)
+// The stand-in host with a source file (if named) open, and the tool beside
+// it, started once the tool has seen the host.
+struct Beside
 {
-    std::string strText;
-    for (int i = 1; i <= nLines; ++i)
-        strText += "; line " + std::to_string(i) + "\r\n";
-    WriteTextFile(strDir + pszName, strText);
-    return strDir + pszName;
-}
+    Beside(const char* pszTag, const char* pszFile)
+        : strDir(MakeScratchDir(pszTag)), strFile(pszFile ? MakeSource(strDir, pszFile) : std::string()),
+          host(strDir), tool(strDir)
+    {
+    }
+    bool Start(const std::string& strHostArguments = std::string(), const std::string& strSettings = std::string())
+    {
+        if (!strSettings.empty())
+            WriteTextFile(tool.SettingsPath(), strSettings);
+        const std::string strOpen = strFile.empty() ? std::string() : "/open \"" + strFile + "\" ";
+        return host.Start(strOpen + strHostArguments) && tool.Start() && host.WaitLog(kDockBarAnnouncement, 10000);
+    }
+    std::string strDir;
+    std::string strFile;
+    Host host;
+    Tool tool;
+};
 
 void PostWheel(HWND hWnd, short nDelta)
 {
     PostMessageA(hWnd, WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(nDelta)), MAKELPARAM(100, 100));
-}
-
-void SendKeys(std::initializer_list<WORD> keys)
-{
-    std::vector<INPUT> inputs;
-    for (WORD vk : keys)
-    {
-        INPUT input = {};
-        input.type = INPUT_KEYBOARD;
-        input.ki.wVk = vk;
-        inputs.push_back(input);
-    }
-    for (auto it = keys.end(); it != keys.begin();)
-    {
-        INPUT input = {};
-        input.type = INPUT_KEYBOARD;
-        input.ki.wVk = *--it;
-        input.ki.dwFlags = KEYEVENTF_KEYUP;
-        inputs.push_back(input);
-    }
-    SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
-}
-
-// Brings the host to the front with the editor active, so real keys reach it.
-bool FocusEditor(Host& host, HWND hWndEditor)
-{
-    HWND hWndFrame = host.Frame();
-    SetForegroundWindow(hWndFrame);
-    HWND hWndClient = host.FindChildOfClass(hWndFrame, "MDIClient");
-    SendMessageA(hWndClient, WM_MDIACTIVATE, reinterpret_cast<WPARAM>(hWndEditor), 0);
-    return WaitFor([&] { return GetForegroundWindow() == hWndFrame; }, 3000);
 }
 
 std::string Settings(const std::string& strDir, bool bSave)
@@ -64,13 +47,9 @@ std::string Settings(const std::string& strDir, bool bSave)
 
 TEST_CASE(wheel_over_an_editor_scrolls_four_lines_a_notch)
 {
-    const std::string strDir = MakeScratchDir("wheel");
-    const std::string strFile = MakeSource(strDir, "main.asm");
-    Host host(strDir);
-    REQUIRE(host.Start("/open \"" + strFile + "\""));
-    Tool tool(strDir);
-    REQUIRE(tool.Start());
-    REQUIRE(host.WaitLog(kDockBarAnnouncement, 10000));
+    Beside b("wheel", "main.asm");
+    REQUIRE(b.Start());
+    auto& [strDir, strFile, host, tool] = b;
     HWND hWndEditor = host.FindWindowByTitle(strFile);
     REQUIRE(hWndEditor != nullptr);
 
@@ -95,12 +74,9 @@ TEST_CASE(wheel_over_an_editor_scrolls_four_lines_a_notch)
 
 TEST_CASE(wheel_over_a_view_text_scrolls_the_view_one_line)
 {
-    const std::string strDir = MakeScratchDir("viewwheel");
-    Host host(strDir);
-    REQUIRE(host.Start("/view 1117"));
-    Tool tool(strDir);
-    REQUIRE(tool.Start());
-    REQUIRE(host.WaitLog(kDockBarAnnouncement, 10000));
+    Beside b("viewwheel", nullptr);
+    REQUIRE(b.Start("/view 1117"));
+    auto& [strDir, strFile, host, tool] = b;
     HWND hWndView = host.FindWindowByTitle("Program Memory Window");
     REQUIRE(hWndView != nullptr);
     HWND hWndText = host.FindChildOfClass(hWndView, "PFE_Text");
@@ -120,13 +96,9 @@ TEST_CASE(wheel_over_a_view_text_scrolls_the_view_one_line)
 
 TEST_CASE(clicks_move_the_focus_inside_the_host)
 {
-    const std::string strDir = MakeScratchDir("focus");
-    const std::string strFile = MakeSource(strDir, "main.c");
-    Host host(strDir);
-    REQUIRE(host.Start("/open \"" + strFile + "\" /view 1117"));
-    Tool tool(strDir);
-    REQUIRE(tool.Start());
-    REQUIRE(host.WaitLog(kDockBarAnnouncement, 10000));
+    Beside b("focus", "main.c");
+    REQUIRE(b.Start("/view 1117"));
+    auto& [strDir, strFile, host, tool] = b;
     HWND hWndClient = host.FindChildOfClass(host.Frame(), "MDIClient");
     HWND hWndView = host.FindWindowByTitle("Program Memory Window");
     HWND hWndText = host.FindChildOfClass(hWndView, "PFE_Text");
@@ -166,14 +138,9 @@ TEST_CASE(ctrl_e_saves_first_then_opens_the_file_in_the_external_editor)
 {
     for (bool bSave : {true, false})
     {
-        const std::string strDir = MakeScratchDir("ctrle");
-        const std::string strFile = MakeSource(strDir, "main.asm");
-        Host host(strDir);
-        REQUIRE(host.Start("/open \"" + strFile + "\""));
-        Tool tool(strDir);
-        WriteTextFile(tool.SettingsPath(), Settings(strDir, bSave));
-        REQUIRE(tool.Start());
-        REQUIRE(host.WaitLog(kDockBarAnnouncement, 10000));
+        Beside b("ctrle", "main.asm");
+        REQUIRE(b.Start("", Settings(b.strDir, bSave)));
+        auto& [strDir, strFile, host, tool] = b;
         HWND hWndEditor = host.FindWindowByTitle(strFile);
         REQUIRE(FocusEditor(host, hWndEditor));
         host.WaitQuiet();
@@ -193,14 +160,9 @@ TEST_CASE(ctrl_e_saves_first_then_opens_the_file_in_the_external_editor)
 
 TEST_CASE(ctrl_e_does_nothing_for_a_title_without_a_known_extension)
 {
-    const std::string strDir = MakeScratchDir("ctrle_lst");
-    const std::string strFile = MakeSource(strDir, "main.lst");
-    Host host(strDir);
-    REQUIRE(host.Start("/open \"" + strFile + "\""));
-    Tool tool(strDir);
-    WriteTextFile(tool.SettingsPath(), Settings(strDir, true));
-    REQUIRE(tool.Start());
-    REQUIRE(host.WaitLog(kDockBarAnnouncement, 10000));
+    Beside b("ctrle_lst", "main.lst");
+    REQUIRE(b.Start("", Settings(b.strDir, true)));
+    auto& [strDir, strFile, host, tool] = b;
     REQUIRE(FocusEditor(host, host.FindWindowByTitle(strFile)));
     host.WaitQuiet();
     host.ClearLog();
@@ -237,13 +199,9 @@ TEST_CASE(exit_waits_for_the_host_windows_and_leaves_the_host_unharmed)
 
 TEST_CASE(a_killed_host_does_not_hold_up_the_tool)
 {
-    const std::string strDir = MakeScratchDir("killed");
-    const std::string strFile = MakeSource(strDir, "main.asm");
-    Host host(strDir);
-    REQUIRE(host.Start("/open \"" + strFile + "\" /view 1117"));
-    Tool tool(strDir);
-    REQUIRE(tool.Start());
-    REQUIRE(host.WaitLog(kDockBarAnnouncement, 10000));
+    Beside b("killed", "main.asm");
+    REQUIRE(b.Start("/view 1117"));
+    auto& [strDir, strFile, host, tool] = b;
     host.Kill();
     Sleep(200);
     CHECK(tool.GetProcess().IsRunning());
@@ -253,13 +211,9 @@ TEST_CASE(a_killed_host_does_not_hold_up_the_tool)
 
 TEST_CASE(a_hung_host_does_not_hold_up_the_exit_and_runs_on_afterwards)
 {
-    const std::string strDir = MakeScratchDir("hung");
-    const std::string strFile = MakeSource(strDir, "main.asm");
-    Host host(strDir);
-    REQUIRE(host.Start("/open \"" + strFile + "\""));
-    Tool tool(strDir);
-    REQUIRE(tool.Start());
-    REQUIRE(host.WaitLog(kDockBarAnnouncement, 10000));
+    Beside b("hung", "main.asm");
+    REQUIRE(b.Start());
+    auto& [strDir, strFile, host, tool] = b;
 
     HWND hWndFrame = host.Frame();
     const DWORD dwThread = GetWindowThreadProcessId(hWndFrame, nullptr);

@@ -2,6 +2,7 @@
 // the tool started and stopped many times beside one host: the host never
 // pays for a tool that is gone, the tool never waits for a host that is gone.
 #include "Fixture.h"
+#include "HostInput.h"
 #include "IniFile.h"
 #include "TestRunner.h"
 
@@ -15,16 +16,6 @@ using namespace qt;
 namespace
 {
 const WPARAM kNotch = MAKEWPARAM(0, 120);
-
-std::string MakeSource(const std::string& strDir, const char* pszName)
-{
-    const std::string strPath = strDir + pszName;
-    std::string strText;
-    for (int i = 0; i < 200; ++i)
-        strText += "    nop ; line " + std::to_string(i) + "\r\n";
-    WriteTextFile(strPath, strText);
-    return strPath;
-}
 
 // Lines scrolled up in the editor for nNotches notches, counted once the
 // host has handled a marker posted behind them.
