@@ -21,7 +21,13 @@
 // One popup per tree node kind, titled with the kind's class name.
 #define IDR_CONTEXTMENU 102
 
-// Dialogs 129, 130 and 131 are added here.
+// Dialogs. The Assist Window: the hide button and the tab control.
+#define IDD_DOCKBAR 129
+#define IDC_DOCK_TAB 1000
+#define IDC_DOCK_HIDE 1001
+// The Project page: one tree control.
+#define IDD_PROJECT 130
+#define IDC_PROJECT_TREE 1002
 // The Comment Editor: one line of text, Paste, Cancel and the IME check box.
 #define IDD_COMMENTDLG 131
 #define IDC_COMMENT_TEXT 1003
@@ -29,6 +35,23 @@
 
 // Strings.
 #define IDS_TRAYTIP 100
+// The Project tree's fixed node texts: the empty project, the three groups,
+// the ten views of the host view table in its order, and the watch node.
+#define IDS_EMPTY 62000
+#define IDS_SOURCEFILES 62001
+#define IDS_HEADERFILES 62002
+#define IDS_WINDOWS 62003
+#define IDS_PROGRAMMEMORY 62004
+#define IDS_TRACEMEMORY 62005
+#define IDS_EEPROM 62006
+#define IDS_ABSOLUTELISTING 62007
+#define IDS_MAPFILE 62008
+#define IDS_STACK 62009
+#define IDS_FILEREGISTER 62010
+#define IDS_SPECIALFUNCTIONREGISTER 62011
+#define IDS_PROJECTWINDOW 62012
+#define IDS_BUILDRESULTS 62013
+#define IDS_WATCH 62014
 // String 32771 is the prompt of ID_VIEW_ASSISTWINDOW.
 
 // Commands. The "&Assist Window" item of the menu added to the host IDE.
