@@ -96,3 +96,96 @@ inline void RequestHostFocus(HWND hWnd)
 {
     PostMessageA(hWnd, HostSetFocusMessage(), 0, 0);
 }
+
+// Requests that carry data go as WM_COPYDATA sent to the host frame, with one
+// of these codes as dwData; the library's subclass of the frame carries them
+// out on the host's thread and answers nonzero when it did. The host's own
+// procedure never sees them. They are sent, not posted, so that what the tool
+// posts to the frame afterwards (the close command after a drop) comes after
+// them; SMTO_ABORTIFHUNG and a short limit keep a hung host from holding the
+// tool.
+//
+// Both Windows and Wine take these from inside the host only: a drop block
+// lives in the memory of the process that made it (the host's DragFinish frees
+// it), and Wine refuses to edit another process's menus (IsMenu fails on the
+// host's menu bar handle and AppendMenu does nothing). Doing them in the host
+// is right on both, so there is one path.
+enum HostRequestCode
+{
+    REQUEST_DROPFILE = 0x51560101,      // lpData: the file's ANSI path with its NUL
+    REQUEST_APPENDPOPUP = 0x51560102,   // lpData: HostPopupRequest
+    REQUEST_REMOVEPOPUP = 0x51560103,   // no data: removes what REQUEST_APPENDPOPUP appended
+    REQUEST_CHECKMENUITEM = 0x51560104  // lpData: HostCheckRequest
+};
+
+const UINT kHostRequestTimeout = 1000; // ms
+
+// A popup to append to the host frame's menu bar: its text and up to eight
+// plain items (separators have id 0 and no text).
+struct HostPopupRequest
+{
+    char szText[64];
+    uint32_t nItems;
+    struct Item
+    {
+        uint32_t nId;
+        char szText[64];
+    } items[8];
+};
+
+struct HostCheckRequest
+{
+    uint32_t hMenu;  // a menu of the host, as a 32-bit word
+    uint32_t nId;    // item by command
+    uint32_t nCheck; // MF_CHECKED or MF_UNCHECKED
+};
+
+inline BOOL SendHostRequest(HWND hWndFrame, ULONG_PTR nCode, const void* pData, DWORD cbData)
+{
+    COPYDATASTRUCT cds = {nCode, cbData, const_cast<void*>(pData)};
+    DWORD_PTR dwResult = 0;
+    if (!SendMessageTimeoutA(hWndFrame, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&cds),
+                             SMTO_NORMAL | SMTO_ABORTIFHUNG, kHostRequestTimeout, &dwResult))
+        return FALSE;
+    return dwResult != 0;
+}
+
+// Has the host frame open a file as if it had been dropped on it: the library
+// builds the DROPFILES block (one ANSI name) in the host and posts the frame
+// WM_DROPFILES with it.
+inline BOOL RequestHostDropFile(HWND hWndFrame, LPCSTR pszPath)
+{
+    return SendHostRequest(hWndFrame, REQUEST_DROPFILE, pszPath, static_cast<DWORD>(lstrlenA(pszPath) + 1));
+}
+
+// Appends a copy of hPopup, a popup menu of the tool, to the end of the host
+// frame's menu bar under pszText and redraws the bar. One popup per frame:
+// a second request replaces nothing and fails.
+inline BOOL RequestHostAppendPopup(HWND hWndFrame, HMENU hPopup, LPCSTR pszText)
+{
+    HostPopupRequest request = {};
+    lstrcpynA(request.szText, pszText, sizeof(request.szText));
+    const int nCount = GetMenuItemCount(hPopup);
+    for (int i = 0; i < nCount && request.nItems < 8; ++i)
+    {
+        HostPopupRequest::Item& item = request.items[request.nItems++];
+        const UINT nId = GetMenuItemID(hPopup, i);
+        item.nId = nId == static_cast<UINT>(-1) ? 0 : nId;
+        GetMenuStringA(hPopup, i, item.szText, sizeof(item.szText), MF_BYPOSITION);
+    }
+    return SendHostRequest(hWndFrame, REQUEST_APPENDPOPUP, &request, sizeof(request));
+}
+
+// Removes the popup that RequestHostAppendPopup appended to the frame's menu
+// bar (that item alone, wherever it stands now) and redraws the bar.
+inline BOOL RequestHostRemovePopup(HWND hWndFrame)
+{
+    return SendHostRequest(hWndFrame, REQUEST_REMOVEPOPUP, nullptr, 0);
+}
+
+// CheckMenuItem(hMenu, nId, MF_BYCOMMAND | nCheck) inside the host.
+inline BOOL RequestHostCheckMenuItem(HWND hWndFrame, HMENU hMenu, UINT nId, UINT nCheck)
+{
+    const HostCheckRequest request = {HookWindowWord(reinterpret_cast<HWND>(hMenu)), nId, nCheck};
+    return SendHostRequest(hWndFrame, REQUEST_CHECKMENUITEM, &request, sizeof(request));
+}
