@@ -1,0 +1,161 @@
+#include "CFileTreeItem.h"
+
+#include "CApp.h"
+#include "CFile.h"
+#include "HostCommand.h"
+#include "QuorvantHook.h"
+#include "WindowText.h"
+#include "resource.h"
+
+#include <mbstring.h>
+#include <stdlib.h>
+
+IMPLEMENT_DYNAMIC(CFileTreeItem, CTreeItem)
+
+namespace
+{
+const UINT kHostCloseActive = 1007;   // close the active document
+const UINT kHostBuildActive = 1035;   // build the active node
+const UINT kHostCloseAll = 1008;
+}
+
+CFileTreeItem::CFileTreeItem(HWND hWndHost, const CTreeCursor& parent, LPCSTR lpszPath, int nImage)
+    : CTreeItem(hWndHost, parent, GetFileName(lpszPath), nImage, nImage), m_strPath(lpszPath)
+{
+    UpdateTime();
+}
+
+CFileTreeItem::~CFileTreeItem() = default;
+
+CString CFileTreeItem::GetFileName(LPCSTR lpszPath)
+{
+    char szDrive[_MAX_DRIVE];
+    char szDir[_MAX_DIR];
+    char szName[_MAX_FNAME];
+    char szExt[_MAX_EXT];
+    _splitpath(lpszPath ? lpszPath : "", szDrive, szDir, szName, szExt);
+    CString strName;
+    strName.Format("%s%s", szName, szExt);
+    return strName;
+}
+
+CString CFileTreeItem::GetPath() const
+{
+    return m_strPath;
+}
+
+HWND CFileTreeItem::FindHostWindow() const
+{
+    HWND hWndClient = FindWindowExA(m_hWndHost, nullptr, "MDIClient", nullptr);
+    if (!hWndClient)
+        return nullptr;
+    // Window order, so that of two windows of the same file the one the
+    // host lists first is taken. The whole title must match: the host marks
+    // a modified file by appending to its title, and that window is not
+    // taken for the file.
+    for (HWND hWnd = GetWindow(hWndClient, GW_CHILD); hWnd; hWnd = GetWindow(hWnd, GW_HWNDNEXT))
+    {
+        const CString strTitle = GetWindowTitle(hWnd, WINDOW_TEXT_LIMIT);
+        if (_mbsicmp(reinterpret_cast<const unsigned char*>(static_cast<LPCSTR>(strTitle)),
+                     reinterpret_cast<const unsigned char*>(static_cast<LPCSTR>(m_strPath))) == 0)
+            return hWnd;
+    }
+    return nullptr;
+}
+
+void CFileTreeItem::Open()
+{
+    // The drop block is built inside the host by the hook library: a block
+    // allocated here is memory of this process, which the host cannot read
+    // (it sees garbage) and which its DragFinish would free as one of its
+    // own. The request is sent, not posted, so a command posted after it
+    // (Close's 1007) reaches the host after the drop.
+    RequestHostDropFile(m_hWndHost, m_strPath);
+}
+
+void CFileTreeItem::OnReturn()
+{
+    Open();
+}
+
+void CFileTreeItem::OnCommand(UINT nID)
+{
+    switch (nID)
+    {
+    case ID_NODE_OPEN:
+        Open();
+        break;
+    case ID_NODE_CLOSE:
+        // The drop makes the file's window the active one, so the host's
+        // close command that follows closes this file and no other.
+        if (FindHostWindow())
+        {
+            Open();
+            PostHostCommand(m_hWndHost, kHostCloseActive);
+        }
+        break;
+    case ID_NODE_EXTERNALEDITOR:
+        GetApp()->RunExternalEditor(m_hWndHost, GetApp()->m_strExternalEditor, m_strPath);
+        break;
+    case ID_NODE_BUILD:
+        if (FindHostWindow())
+            PostHostCommand(m_hWndHost, kHostBuildActive);
+        break;
+    case ID_NODE_HIDEASSISTWINDOW:
+        PostHostCommand(m_hWndHost, ID_VIEW_ASSISTWINDOW);
+        break;
+    case ID_NODE_CLOSEALLWINDOWS:
+        PostHostCommand(m_hWndHost, kHostCloseAll);
+        break;
+    default:
+        break;
+    }
+}
+
+void CFileTreeItem::OnUpdateCommand(CCmdUI* pCmdUI)
+{
+    switch (pCmdUI->m_nID)
+    {
+    case ID_NODE_OPEN:
+    case ID_NODE_EXTERNALEDITOR:
+    case ID_NODE_HIDEASSISTWINDOW:
+    case ID_NODE_CLOSEALLWINDOWS:
+        pCmdUI->Enable(TRUE);
+        break;
+    case ID_NODE_CLOSE:
+    case ID_NODE_BUILD:
+        pCmdUI->Enable(FindHostWindow() != nullptr);
+        break;
+    default:
+        pCmdUI->Enable(FALSE);
+        break;
+    }
+}
+
+void CFileTreeItem::UpdateTime()
+{
+    CFileStatus status;
+    if (CFile::GetStatus(m_strPath, status))
+        m_timeModified = status.m_mtime;
+}
+
+BOOL CFileTreeItem::IsChanged() const
+{
+    if (!FindHostWindow())
+        return FALSE;
+    CFileStatus status;
+    if (!CFile::GetStatus(m_strPath, status))
+        return FALSE;
+    return status.m_mtime != m_timeModified;
+}
+
+void CFileTreeItem::Reload()
+{
+    if (!IsChanged())
+        return;
+    // Sent so that the host has closed the old window before the drop
+    // arrives; a drop of an open file would only activate it.
+    if (HWND hWnd = FindHostWindow())
+        SendMessageA(hWnd, WM_CLOSE, 0, 0);
+    Open();
+}

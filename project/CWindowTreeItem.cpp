@@ -1,0 +1,127 @@
+#include "CWindowTreeItem.h"
+
+#include "HostCommand.h"
+#include "WindowText.h"
+#include "resource.h"
+
+#include <mbstring.h>
+
+IMPLEMENT_DYNAMIC(CWindowTreeItem, CTreeItem)
+
+const HostView g_hostViews[HOST_VIEW_COUNT] = {
+    {IDS_PROGRAMMEMORY, 11, 1117, "Program Memory Window"},
+    {IDS_TRACEMEMORY, 12, 1118, "Trace Memory Window"},
+    {IDS_EEPROM, 13, 1119, "EEPROM Window"},
+    {IDS_ABSOLUTELISTING, 14, 1120, ".lst"},
+    {IDS_MAPFILE, 15, 1164, ".map"},
+    {IDS_STACK, 16, 1121, "Stack Window"},
+    {IDS_FILEREGISTER, 17, 1122, "File Register Window"},
+    {IDS_SPECIALFUNCTIONREGISTER, 18, 1123, "Special Function Register Window"},
+    {IDS_PROJECTWINDOW, 19, 1128, "Project Window"},
+    // The host has no command that opens its build results.
+    {IDS_BUILDRESULTS, 20, 0, "Build Results"},
+};
+
+namespace
+{
+const UINT kHostCloseAll = 1008;
+}
+
+CWindowTreeItem::CWindowTreeItem(HWND hWndHost, const CTreeCursor& parent, const HostView& view)
+    : CTreeItem(hWndHost, parent, view.nIDText, view.nImage, -1), m_nCommand(view.nCommand),
+      m_strTitle(view.pszTitle)
+{
+}
+
+CWindowTreeItem::~CWindowTreeItem() = default;
+
+CString CWindowTreeItem::GetPath() const
+{
+    return m_strTitle;
+}
+
+HWND CWindowTreeItem::FindHostWindow() const
+{
+    HWND hWndClient = FindWindowExA(m_hWndHost, nullptr, "MDIClient", nullptr);
+    if (!hWndClient)
+        return nullptr;
+    if (HWND hWnd = FindWindowExA(hWndClient, nullptr, nullptr, m_strTitle))
+        return hWnd;
+    // Views of a file are titled with the file's path: the listing's title
+    // ends in ".lst", the map's in ".map".
+    const int nLength = m_strTitle.GetLength();
+    for (HWND hWnd = GetWindow(hWndClient, GW_CHILD); hWnd; hWnd = GetWindow(hWnd, GW_HWNDNEXT))
+    {
+        const CString strTitle = GetWindowTitle(hWnd, WINDOW_TEXT_LIMIT);
+        if (strTitle.GetLength() < nLength)
+            continue;
+        LPCSTR pszEnd = static_cast<LPCSTR>(strTitle) + (strTitle.GetLength() - nLength);
+        if (_mbsicmp(reinterpret_cast<const unsigned char*>(pszEnd),
+                     reinterpret_cast<const unsigned char*>(static_cast<LPCSTR>(m_strTitle))) == 0)
+            return hWnd;
+    }
+    return nullptr;
+}
+
+void CWindowTreeItem::Open()
+{
+    if (HWND hWnd = FindHostWindow())
+    {
+        BringWindowToTop(hWnd);
+        // The host activates a view when its text is clicked; SetFocus and
+        // activation from this process do not reach the host's MDI logic.
+        if (HWND hWndText = FindWindowExA(hWnd, nullptr, "PFE_Text", nullptr))
+        {
+            PostMessageA(hWndText, WM_LBUTTONDOWN, 0, 0);
+            PostMessageA(hWndText, WM_LBUTTONUP, 0, 0);
+        }
+        return;
+    }
+    if (m_nCommand != 0)
+        PostHostCommand(m_hWndHost, m_nCommand);
+}
+
+void CWindowTreeItem::OnReturn()
+{
+    Open();
+}
+
+void CWindowTreeItem::OnCommand(UINT nID)
+{
+    switch (nID)
+    {
+    case ID_NODE_OPEN:
+        Open();
+        break;
+    case ID_NODE_CLOSE:
+        if (HWND hWnd = FindHostWindow())
+            PostMessageA(hWnd, WM_CLOSE, 0, 0);
+        break;
+    case ID_NODE_HIDEASSISTWINDOW:
+        PostHostCommand(m_hWndHost, ID_VIEW_ASSISTWINDOW);
+        break;
+    case ID_NODE_CLOSEALLWINDOWS:
+        PostHostCommand(m_hWndHost, kHostCloseAll);
+        break;
+    default:
+        break;
+    }
+}
+
+void CWindowTreeItem::OnUpdateCommand(CCmdUI* pCmdUI)
+{
+    switch (pCmdUI->m_nID)
+    {
+    case ID_NODE_OPEN:
+    case ID_NODE_HIDEASSISTWINDOW:
+    case ID_NODE_CLOSEALLWINDOWS:
+        pCmdUI->Enable(TRUE);
+        break;
+    case ID_NODE_CLOSE:
+        pCmdUI->Enable(FindHostWindow() != nullptr);
+        break;
+    default:
+        pCmdUI->Enable(FALSE);
+        break;
+    }
+}
