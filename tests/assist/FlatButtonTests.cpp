@@ -112,7 +112,7 @@ struct Look
 Look ReadLook(HWND hWnd)
 {
     const COLORREF clrFace = GetSysColor(COLOR_BTNFACE);
-    const ScreenShot shot(hWnd);
+    const ScreenShot shot(hWnd, ScreenShot::CLIENT_AREA);
     Look look;
     look.clrTopLeft = shot.Pixel(0, 0);
     look.clrBottomRight = shot.Pixel(39, 29);
@@ -279,7 +279,7 @@ TEST_CASE(a_disabled_button_shows_image_zero_embossed_and_no_border)
     kit::MouseMoveTo(hWnd, 20, 15);
     // Image 0's square, embossed: drawn out to its corners, in neither
     // image's colour.
-    const ScreenShot shot(hWnd);
+    const ScreenShot shot(hWnd, ScreenShot::CLIENT_AREA);
     int nImageColoured = 0;
     for (int y = 7; y < 23; y++)
         for (int x = 12; x < 28; x++)
@@ -334,7 +334,7 @@ TEST_CASE(with_a_caption_the_image_keeps_equal_margins_and_the_text_follows_it)
     HWND hWnd = host.m_flatText.m_hWnd;
 
     // 60 x 20: the image's top margin (20 - 16) / 2 = 2 is also its left margin.
-    const ScreenShot shot(hWnd);
+    const ScreenShot shot(hWnd, ScreenShot::CLIENT_AREA);
     CHECK_EQ(Hex(shot.Pixel(2, 2)), Hex(kBlue));
     CHECK_EQ(Hex(shot.Pixel(17, 17)), Hex(kBlue));
     CHECK_EQ(Hex(shot.Pixel(1, 2)), Hex(colors.clrFace));

@@ -6,7 +6,7 @@
 #pragma once
 
 #include "CWinApp.h"
-#include "ScreenShot.h"
+#include "Pixels.h"
 
 #include <windows.h>
 
@@ -153,6 +153,6 @@ inline bool MakeForeground(HWND hWnd)
 // What the screen shows at a client point of a window.
 inline COLORREF ScreenPixel(HWND hWnd, int xClient, int yClient)
 {
-    return ScreenShot(hWnd).Pixel(xClient, yClient);
+    return ScreenShot(hWnd, ScreenShot::CLIENT_AREA).Pixel(xClient, yClient);
 }
 } // namespace kit

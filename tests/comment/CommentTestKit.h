@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Fixture.h"
+#include "Pixels.h"
 #include "Tray.h"
 
 #include <windows.h>
@@ -225,106 +226,10 @@ inline bool Answers(HWND hWnd, UINT nTimeoutMs = 2000)
     return SendMessageTimeoutA(hWnd, WM_NULL, 0, 0, SMTO_NORMAL, nTimeoutMs, &dwResult) != 0;
 }
 
-// A 32-bit memory DC filled with one colour, read back pixel by pixel.
-class Canvas
-{
-public:
-    Canvas(int cx, int cy, COLORREF clrFill) : m_cx(cx)
-    {
-        BITMAPINFO bmi = {};
-        bmi.bmiHeader.biSize = sizeof(bmi.bmiHeader);
-        bmi.bmiHeader.biWidth = cx;
-        bmi.bmiHeader.biHeight = -cy;
-        bmi.bmiHeader.biPlanes = 1;
-        bmi.bmiHeader.biBitCount = 32;
-        bmi.bmiHeader.biCompression = BI_RGB;
-        m_hDC = CreateCompatibleDC(nullptr);
-        void* pBits = nullptr;
-        m_hBitmap = CreateDIBSection(m_hDC, &bmi, DIB_RGB_COLORS, &pBits, nullptr, 0);
-        m_pBits = static_cast<const DWORD*>(pBits);
-        m_hOld = SelectObject(m_hDC, m_hBitmap);
-        HBRUSH hBrush = CreateSolidBrush(clrFill);
-        RECT rc = {0, 0, cx, cy};
-        FillRect(m_hDC, &rc, hBrush);
-        DeleteObject(hBrush);
-    }
-    ~Canvas()
-    {
-        SelectObject(m_hDC, m_hOld);
-        DeleteObject(m_hBitmap);
-        DeleteDC(m_hDC);
-    }
-    Canvas(const Canvas&) = delete;
-    Canvas& operator=(const Canvas&) = delete;
+// Pixels of a canvas and of the screen, as every pixel test reads them.
+using ::Canvas;
+using ::ScreenShot;
 
-    HDC Dc() const { return m_hDC; }
-    COLORREF Pixel(int x, int y) const
-    {
-        GdiFlush();
-        const DWORD dw = m_pBits[y * m_cx + x];
-        return RGB((dw >> 16) & 0xFF, (dw >> 8) & 0xFF, dw & 0xFF);
-    }
-
-private:
-    int m_cx;
-    HDC m_hDC = nullptr;
-    HBITMAP m_hBitmap = nullptr;
-    HGDIOBJ m_hOld = nullptr;
-    const DWORD* m_pBits = nullptr;
-};
-
-// A screen copy of a window's rectangle, read back pixel by pixel.
-class ScreenShot
-{
-public:
-    explicit ScreenShot(HWND hWnd)
-    {
-        GetWindowRect(hWnd, &m_rect);
-        m_cx = m_rect.right - m_rect.left;
-        m_cy = m_rect.bottom - m_rect.top;
-        BITMAPINFO bmi = {};
-        bmi.bmiHeader.biSize = sizeof(bmi.bmiHeader);
-        bmi.bmiHeader.biWidth = m_cx;
-        bmi.bmiHeader.biHeight = -m_cy;
-        bmi.bmiHeader.biPlanes = 1;
-        bmi.bmiHeader.biBitCount = 32;
-        bmi.bmiHeader.biCompression = BI_RGB;
-        HDC hScreen = GetDC(nullptr);
-        m_hDC = CreateCompatibleDC(hScreen);
-        void* pBits = nullptr;
-        m_hBitmap = CreateDIBSection(m_hDC, &bmi, DIB_RGB_COLORS, &pBits, nullptr, 0);
-        m_pBits = static_cast<const DWORD*>(pBits);
-        m_hOld = SelectObject(m_hDC, m_hBitmap);
-        BitBlt(m_hDC, 0, 0, m_cx, m_cy, hScreen, m_rect.left, m_rect.top, SRCCOPY);
-        GdiFlush();
-        ReleaseDC(nullptr, hScreen);
-    }
-    ~ScreenShot()
-    {
-        SelectObject(m_hDC, m_hOld);
-        DeleteObject(m_hBitmap);
-        DeleteDC(m_hDC);
-    }
-    ScreenShot(const ScreenShot&) = delete;
-    ScreenShot& operator=(const ScreenShot&) = delete;
-
-    int Width() const { return m_cx; }
-    int Height() const { return m_cy; }
-    COLORREF Pixel(int x, int y) const
-    {
-        const DWORD dw = m_pBits[y * m_cx + x];
-        return RGB((dw >> 16) & 0xFF, (dw >> 8) & 0xFF, dw & 0xFF);
-    }
-
-private:
-    RECT m_rect = {};
-    int m_cx = 0;
-    int m_cy = 0;
-    HDC m_hDC = nullptr;
-    HBITMAP m_hBitmap = nullptr;
-    HGDIOBJ m_hOld = nullptr;
-    const DWORD* m_pBits = nullptr;
-};
 // A DIALOGEX template as the resource compiler wrote it.
 struct DialogItem
 {

@@ -3,6 +3,7 @@
 // position, the icon at both sizes, the splitter cursor and the strings.
 // Pictures are checked by drawing them onto a known background in a memory DC
 // and reading the pixels back.
+#include "Pixels.h"
 #include "TestRunner.h"
 
 #include <windows.h>
@@ -37,56 +38,6 @@ bool IsRed(COLORREF cr)
 {
     return GetRValue(cr) >= 200 && GetGValue(cr) < 64 && GetBValue(cr) < 64;
 }
-
-// A 32-bit top-down DIB section in a memory DC, filled with one colour.
-class Canvas
-{
-public:
-    Canvas(int cx, int cy, COLORREF crFill) : m_cx(cx), m_cy(cy)
-    {
-        BITMAPINFO bmi = {};
-        bmi.bmiHeader.biSize = sizeof(bmi.bmiHeader);
-        bmi.bmiHeader.biWidth = cx;
-        bmi.bmiHeader.biHeight = -cy;
-        bmi.bmiHeader.biPlanes = 1;
-        bmi.bmiHeader.biBitCount = 32;
-        bmi.bmiHeader.biCompression = BI_RGB;
-        m_hDC = CreateCompatibleDC(nullptr);
-        void* pBits = nullptr;
-        m_hBitmap = CreateDIBSection(m_hDC, &bmi, DIB_RGB_COLORS, &pBits, nullptr, 0);
-        m_pBits = static_cast<const DWORD*>(pBits);
-        m_hOld = SelectObject(m_hDC, m_hBitmap);
-        HBRUSH hBrush = CreateSolidBrush(crFill);
-        RECT rc = {0, 0, cx, cy};
-        FillRect(m_hDC, &rc, hBrush);
-        DeleteObject(hBrush);
-    }
-    ~Canvas()
-    {
-        SelectObject(m_hDC, m_hOld);
-        DeleteObject(m_hBitmap);
-        DeleteDC(m_hDC);
-    }
-    Canvas(const Canvas&) = delete;
-    Canvas& operator=(const Canvas&) = delete;
-
-    bool IsValid() const { return m_pBits != nullptr; }
-    HDC Dc() const { return m_hDC; }
-    COLORREF Pixel(int x, int y) const
-    {
-        GdiFlush();
-        const DWORD dw = m_pBits[y * m_cx + x];
-        return RGB((dw >> 16) & 0xFF, (dw >> 8) & 0xFF, dw & 0xFF);
-    }
-
-private:
-    int m_cx;
-    int m_cy;
-    HDC m_hDC;
-    HBITMAP m_hBitmap;
-    HGDIOBJ m_hOld;
-    const DWORD* m_pBits = nullptr;
-};
 
 struct ImageList
 {
