@@ -220,6 +220,9 @@ void CHostSession::Leave(bool bReport)
     if (!m_bEntered || m_bLeaving)
         return;
     m_bLeaving = true; // from here on the subclass only forwards
+    // First of all, while the tool may be gone: its popup's commands would
+    // go nowhere.
+    m_requests.RemoveAllPopups();
     // Every window the tool may know of hears that it is gone, children
     // before parents. The scan restarts after each send: the tool may make
     // the host destroy windows while it handles a record.
@@ -657,6 +660,8 @@ template <bool bUnicode> LRESULT CHostSession::OnMessage(HWND hWnd, UINT uMsg, W
         }
         if (uMsg == m_uLeave && uMsg >= kFirstRegistered)
             return 0; // a late leave of ours: not the host's business
+        if (uMsg == WM_COPYDATA && CHostRequests::IsRequest(reinterpret_cast<const COPYDATASTRUCT*>(lParam)))
+            return 0; // a request of a tool we no longer serve: refused, and never the host's
         return CallOriginal<bUnicode>(pfnOriginal, hWnd, uMsg, wParam, lParam);
     }
     const UINT nKind = pEntry->nKind;
@@ -669,9 +674,43 @@ template <bool bUnicode> LRESULT CHostSession::OnMessage(HWND hWnd, UINT uMsg, W
     {
         // The host's handling first: its HOOK_DESTROY is the window's last record.
         const LRESULT lResult = CallOriginal<bUnicode>(pfnOriginal, hWnd, uMsg, wParam, lParam);
+        if (nKind == KIND_FRAME)
+            m_requests.ForgetFrame(hWnd); // our popup went with the frame's menu bar
         OnWindowGone(hWnd);
         return lResult;
     }
+    case WM_COPYDATA:
+    {
+        // The tool's requests are carried out here, on the host's thread, and
+        // never reach the host; any other WM_COPYDATA is the host's.
+        const COPYDATASTRUCT* pData = reinterpret_cast<const COPYDATASTRUCT*>(lParam);
+        if (CHostRequests::IsRequest(pData))
+            return nKind == KIND_FRAME ? m_requests.Carry(hWnd, pData) : 0;
+        break;
+    }
+    case WM_INITMENU:
+        // The user opens the frame's menus. A tool that was killed has not
+        // been noticed yet if the host sent it nothing since; its popup must
+        // not be offered with commands that would go nowhere.
+        if (nKind == KIND_FRAME && m_requests.HasPopup(hWnd) && !IsWindow(m_channel.Tool()))
+            Leave(false);
+        break;
+    case WM_MOVE:
+    case WM_SHOWWINDOW:
+        // The tool keeps a window of its own over the frame and follows it.
+        bAfter = nKind == KIND_FRAME;
+        break;
+    case WM_WINDOWPOSCHANGED:
+        // Only when the frame moved, changed size, or was shown or hidden:
+        // activation and z-order changes come by the dozen and nothing
+        // follows them.
+        if (nKind == KIND_FRAME && lParam)
+        {
+            const UINT uFlags = reinterpret_cast<const WINDOWPOS*>(lParam)->flags;
+            bAfter = (uFlags & (SWP_NOMOVE | SWP_NOSIZE)) != (SWP_NOMOVE | SWP_NOSIZE) ||
+                     (uFlags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW)) != 0;
+        }
+        break;
     case WM_SIZE:
     case WM_ACTIVATEAPP:
         bBefore = bAfter = nKind == KIND_FRAME;

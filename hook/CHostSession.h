@@ -6,6 +6,7 @@
 
 #include <windows.h>
 
+#include "CHostRequests.h"
 #include "CToolChannel.h"
 #include "CWatchTable.h"
 
@@ -48,6 +49,7 @@ private:
     static VOID CALLBACK ProbeProc(HWND hWnd, UINT uMsg, ULONG_PTR dwData, LRESULT lResult);
 
     CWatchTable m_table;
+    CHostRequests m_requests;
     CToolChannel m_channel;
     DWORD m_dwThread = 0;   // the host's GUI thread; 0 while this process is not a host
     bool m_bEntered = false;

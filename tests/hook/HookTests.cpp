@@ -726,3 +726,71 @@ TEST_CASE(a_host_that_closes_reports_every_window_gone_and_ends_cleanly)
     CHECK(qt::WaitFor([&] { return s.tool.Reported().empty(); }, 5000));
     CHECK(s.tool.GetProcess().IsRunning());
 }
+
+// Requests ---------------------------------------------------------------------
+
+namespace
+{
+BOOL SendRawRequest(HWND hWnd, ULONG_PTR nCode, const void* pData, DWORD cbData)
+{
+    return SendHostRequest(hWnd, nCode, pData, cbData);
+}
+
+// A full path of exactly nLength characters in strDir.
+std::string PathOfLength(const std::string& strDir, size_t nLength)
+{
+    std::string strPath = strDir;
+    while (strPath.size() < nLength - 2)
+        strPath += 'n';
+    return strPath + ".c";
+}
+} // namespace
+
+TEST_CASE(a_drop_request_opens_the_file_in_the_host_and_bad_ones_change_nothing)
+{
+    Session s("hook-drop");
+    REQUIRE(s.host.Start("/open \"" + s.File("a.c") + "\""));
+    REQUIRE(s.tool.Start());
+    HWND hWndFrame = s.host.Frame();
+    HWND hWndEditor = s.host.FindWindowByTitle(s.File("a.c"));
+    REQUIRE(hWndEditor);
+
+    // The stand-in checks the block's header and list before it reads a name.
+    const std::string strPlain = s.File("b.c");
+    const std::string strSpaces = s.File("two words here.c");
+    const std::string strLongest = PathOfLength(s.strDir, MAX_PATH - 1);
+    for (const std::string& strPath : {strPlain, strSpaces, strLongest})
+    {
+        CHECK(RequestHostDropFile(hWndFrame, strPath.c_str()));
+        CHECK(s.host.WaitLog("DROP " + strPath, 5000));
+        CHECK(s.host.WaitLog("OPEN " + strPath, 5000));
+    }
+    // Dropping an open file makes it active; a close the tool posts right
+    // after the request closes that file, not the one active before.
+    CHECK(RequestHostDropFile(hWndFrame, s.File("a.c").c_str()));
+    PostMessageA(hWndFrame, WM_COMMAND, 1007, 0);
+    CHECK(s.host.WaitLog("CLOSE " + s.File("a.c"), 5000));
+    CHECK_EQ(s.host.CountLog("CLOSE " + strLongest), 0);
+    CHECK_EQ(s.host.CountLogPrefix("DROP "), 4);
+
+    // Refused, and nothing reaches the host: a name the host would cut, a
+    // path without its NUL, one with a NUL inside, an empty one, no data,
+    // and a drop sent to a window that is not the frame.
+    const std::string strTooLong = PathOfLength(s.strDir, MAX_PATH);
+    CHECK(!RequestHostDropFile(hWndFrame, strTooLong.c_str()));
+    CHECK(!SendRawRequest(hWndFrame, REQUEST_DROPFILE, strPlain.c_str(), static_cast<DWORD>(strPlain.size())));
+    const std::string strInner = strPlain + '\0' + "x.c";
+    CHECK(!SendRawRequest(hWndFrame, REQUEST_DROPFILE, strInner.c_str(), static_cast<DWORD>(strInner.size() + 1)));
+    CHECK(!SendRawRequest(hWndFrame, REQUEST_DROPFILE, "", 1));
+    CHECK(!SendRawRequest(hWndFrame, REQUEST_DROPFILE, nullptr, 0));
+    HWND hWndOther = s.host.FindWindowByTitle(strPlain);
+    REQUIRE(hWndOther);
+    CHECK(!RequestHostDropFile(hWndOther, s.File("c.c").c_str()));
+    CHECK(Drain(s.host, hWndOther));
+    s.host.WaitQuiet();
+    CHECK_EQ(s.host.CountLogPrefix("DROP "), 4);
+    CHECK(s.host.GetProcess().IsRunning());
+    // Still serving: a good request after the bad ones works.
+    CHECK(RequestHostDropFile(hWndFrame, s.File("d.c").c_str()));
+    CHECK(s.host.WaitLog("DROP " + s.File("d.c"), 5000));
+}
