@@ -213,43 +213,8 @@ void EditorWindow::OnKeyDown(UINT nKey)
 
 void EditorWindow::OnVScroll(UINT nCode)
 {
-    HostLog::Write("VSCROLL " + Title() + " " + std::to_string(nCode));
-    const int nTop = m_document.TopLine();
-    const int nPage = std::max(1, VisibleLines() - 1);
-    switch (nCode)
-    {
-    case SB_LINEUP:
-        m_document.SetTopLine(nTop - 1);
-        break;
-    case SB_LINEDOWN:
-        m_document.SetTopLine(nTop + 1);
-        break;
-    case SB_PAGEUP:
-        m_document.SetTopLine(nTop - nPage);
-        break;
-    case SB_PAGEDOWN:
-        m_document.SetTopLine(nTop + nPage);
-        break;
-    case SB_TOP:
-        m_document.SetTopLine(0);
-        break;
-    case SB_BOTTOM:
-        m_document.SetTopLine(m_document.LineCount() - 1);
-        break;
-    case SB_THUMBTRACK:
-    case SB_THUMBPOSITION:
-    {
-        SCROLLINFO si = {};
-        si.cbSize = sizeof(si);
-        si.fMask = SIF_TRACKPOS;
-        if (GetScrollInfo(m_hWnd, SB_VERT, &si))
-            m_document.SetTopLine(si.nTrackPos);
-        break;
-    }
-    default:
-        return;
-    }
-    Changed(false);
+    if (ScrollDocument(m_document, nCode, VisibleLines()))
+        Changed(false);
 }
 
 void EditorWindow::OnLButtonDown(int x, int y)
@@ -319,15 +284,6 @@ void EditorWindow::UpdateCaret()
 
 void EditorWindow::UpdateScrollBar()
 {
-    // Any line may be the top one, so the range reaches one page past the end.
-    SCROLLINFO si = {};
-    si.cbSize = sizeof(si);
-    si.fMask = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL;
-    si.nMin = 0;
-    const int nPage = std::max(1, VisibleLines());
-    si.nMax = m_document.LineCount() - 1 + nPage - 1;
-    si.nPage = static_cast<UINT>(nPage);
-    si.nPos = m_document.TopLine();
-    SetScrollInfo(m_hWnd, SB_VERT, &si, TRUE);
+    SetScrollBarTo(m_document, VisibleLines());
 }
 } // namespace hostide

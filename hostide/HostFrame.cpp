@@ -136,9 +136,17 @@ bool HostFrame::Register()
                                LoadCursor(nullptr, IDC_ARROW), LoadIcon(nullptr, IDI_APPLICATION));
 }
 
+namespace
+{
+std::string FrameTitle(const std::string& strProject)
+{
+    return strProject.empty() ? "Host IDE" : "Host IDE - " + strProject;
+}
+} // namespace
+
 HWND HostFrame::Create(const std::string& strProject, int x, int y, int cx, int cy)
 {
-    const std::string strTitle = strProject.empty() ? "Host IDE" : "Host IDE - " + strProject;
+    const std::string strTitle = FrameTitle(strProject);
     return HostWindow::Create(std::unique_ptr<HostWindow>(new HostFrame(strProject)), 0, kClass, strTitle.c_str(),
                               WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, x, y, cx, cy, nullptr, nullptr);
 }
@@ -212,9 +220,67 @@ void HostFrame::OnSize()
     // the client afterwards; only this message puts it back over everything.
     RECT rc;
     GetClientRect(m_hWnd, &rc);
-    MoveWindow(m_hWndToolBar, 0, 0, rc.right, ToolBar::kHeight, TRUE);
-    MoveWindow(m_hWndClient, 0, ToolBar::kHeight, rc.right, rc.bottom > ToolBar::kHeight ? rc.bottom - ToolBar::kHeight : 0,
-               TRUE);
+    const int nBar = ToolBar::kHeight;
+    RECT rcBar = rc;
+    RECT rcClient = rc;
+    switch (m_toolBarSide)
+    {
+    case ToolBar::Side::Top:
+        rcBar.bottom = rc.top + nBar;
+        rcClient.top = rcBar.bottom;
+        break;
+    case ToolBar::Side::Bottom:
+        rcBar.top = rc.bottom - nBar;
+        rcClient.bottom = rcBar.top;
+        break;
+    case ToolBar::Side::Left:
+        rcBar.right = rc.left + nBar;
+        rcClient.left = rcBar.right;
+        break;
+    case ToolBar::Side::Right:
+        rcBar.left = rc.right - nBar;
+        rcClient.right = rcBar.left;
+        break;
+    }
+    // A frame narrower than the bar leaves the client empty, not negative.
+    const int cxClient = rcClient.right > rcClient.left ? rcClient.right - rcClient.left : 0;
+    const int cyClient = rcClient.bottom > rcClient.top ? rcClient.bottom - rcClient.top : 0;
+    MoveWindow(m_hWndToolBar, rcBar.left, rcBar.top, rcBar.right - rcBar.left, rcBar.bottom - rcBar.top, TRUE);
+    MoveWindow(m_hWndClient, rcClient.left, rcClient.top, cxClient, cyClient, TRUE);
+}
+
+void HostFrame::PlaceToolBar(ToolBar::Side side)
+{
+    m_toolBarSide = side;
+    if (ToolBar* pBar = ToolBar::From(m_hWndToolBar))
+        pBar->SetSide(side);
+    OnSize();
+    RECT rc;
+    GetWindowRect(m_hWndToolBar, &rc);
+    MapWindowPoints(nullptr, m_hWnd, reinterpret_cast<POINT*>(&rc), 2);
+    HostLog::Write(std::string("TOOLBAR ") + ToolBar::SideName(side) + " " + std::to_string(rc.left) + "," +
+                   std::to_string(rc.top) + "," + std::to_string(rc.right) + "," + std::to_string(rc.bottom));
+}
+
+void HostFrame::SetProject(const std::string& strProject)
+{
+    m_strProject = strProject;
+    SetWindowTextA(m_hWnd, FrameTitle(strProject).c_str());
+    HostLog::Write(strProject.empty() ? std::string("PROJECT CLOSE") : "PROJECT " + strProject);
+}
+
+void HostFrame::LogMenuBar() const
+{
+    HMENU hMenu = GetMenu(m_hWnd);
+    const int nCount = hMenu ? GetMenuItemCount(hMenu) : 0;
+    std::string strLine = "MENUBAR " + std::to_string(nCount < 0 ? 0 : nCount);
+    for (int i = 0; i < nCount; ++i)
+    {
+        char szText[128] = {};
+        GetMenuStringA(hMenu, static_cast<UINT>(i), szText, sizeof(szText), MF_BYPOSITION);
+        strLine += std::string(" ") + szText;
+    }
+    HostLog::Write(strLine);
 }
 
 bool HostFrame::OnCommand(UINT nCommand)
@@ -268,10 +334,31 @@ bool HostFrame::OnCommand(UINT nCommand)
     case kTile:
         SendMessageA(m_hWndClient, WM_MDITILE, MDITILE_HORIZONTAL, 0);
         return true;
-    case 1002:
     case 1018:
     case 1019:
+        if (!m_strNextProject.empty())
+            SetProject(m_strNextProject);
+        return true;
     case 1030:
+        if (!m_strProject.empty())
+            SetProject(std::string());
+        return true;
+    case kToolBarTop:
+        PlaceToolBar(ToolBar::Side::Top);
+        return true;
+    case kToolBarLeft:
+        PlaceToolBar(ToolBar::Side::Left);
+        return true;
+    case kToolBarBottom:
+        PlaceToolBar(ToolBar::Side::Bottom);
+        return true;
+    case kToolBarRight:
+        PlaceToolBar(ToolBar::Side::Right);
+        return true;
+    case kLogMenuBar:
+        LogMenuBar();
+        return true;
+    case 1002:
     case 1031:
     case 1032:
     case 1097:

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "HostWindow.h"
+#include "ToolBar.h"
 
 #include <shellapi.h>
 
@@ -15,6 +16,13 @@ class HostFrame : public HostWindow
 public:
     static const char kClass[];
     static const UINT kCtrlE = 1099; // the frame's own accelerator
+    // Commands of the stand-in's own, for tests (no menu item): move the tool
+    // bar to an edge of the frame, and log the menu bar's top-level items.
+    static const UINT kToolBarTop = 1192;
+    static const UINT kToolBarLeft = 1193;
+    static const UINT kToolBarBottom = 1194;
+    static const UINT kToolBarRight = 1195;
+    static const UINT kLogMenuBar = 1196;
     static bool Register();
 
     // The title holds the project path as its third token: "Host IDE - <path>".
@@ -26,6 +34,11 @@ public:
     void OpenFile(const std::string& strPath);
     // Opens a view by its command id, or activates it when it is open.
     void OpenView(UINT nCommand);
+    // The project that "New Project" and "Open Project" open (the real host
+    // asks in a dialog); none: they do nothing.
+    void SetNextProject(const std::string& strPath) { m_strNextProject = strPath; }
+    // Moves the tool bar to an edge and lays the MDI client out beside it.
+    void PlaceToolBar(ToolBar::Side side);
 
 private:
     explicit HostFrame(const std::string& strProject) : m_strProject(strProject) {}
@@ -41,10 +54,14 @@ private:
     HWND ActiveChild() const;
     void Paste();
     void CloseAll();
+    void SetProject(const std::string& strProject);
+    void LogMenuBar() const;
 
     std::string m_strProject;
     HWND m_hWndClient = nullptr;
     HWND m_hWndToolBar = nullptr;
+    std::string m_strNextProject;
+    ToolBar::Side m_toolBarSide = ToolBar::Side::Top;
     int m_nWatches = 0;
 };
 } // namespace hostide

@@ -55,6 +55,10 @@ HostOptions HostOptions::Parse(const char* pszCommandLine)
             options.strLog = FullPath(strValue);
         else if (_stricmp(strSwitch.c_str(), "/project") == 0)
             options.strProject = strValue;
+        else if (_stricmp(strSwitch.c_str(), "/nextproject") == 0)
+            options.strNextProject = strValue;
+        else if (_stricmp(strSwitch.c_str(), "/toolbar") == 0)
+            options.strToolBar = strValue;
         else if (_stricmp(strSwitch.c_str(), "/open") == 0)
             options.windows.push_back({false, FullPath(strValue)});
         else if (_stricmp(strSwitch.c_str(), "/view") == 0)

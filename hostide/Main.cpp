@@ -1,6 +1,53 @@
 // The stand-in host IDE: a plain MDI program that honours the host side of
 // the tool's contract and logs what reaches it, so tests can drive real
 // windows in a second process.
+//
+// Command line (HostOptions.h):
+//   /log <file>          append the event log to this file
+//   /project <path>      the open project: the frame's title is "Host IDE - <path>"
+//   /open <file>         open an editor for the file (repeatable, in order)
+//   /view <id>           open the view of this command id, 0 for Build Results
+//   /size <w>x<h>, /pos <x>,<y>   the frame's size and place
+//   /nextproject <path>  the project that New Project (1018) and Open
+//                        Project (1019) open; without it they do nothing
+//   /toolbar <side>      top (default), left, bottom or right
+//
+// Commands the frame takes (WM_COMMAND, lParam 0), each logged first as
+// "COMMAND <id>":
+//   1001 new editor "Untitled"; 1002 open file (a dialog in the real host)
+//   1006 save the active editor; 1007 close the active child (WM_CLOSE);
+//   1008 close every child; 1040 paste the clipboard's text into the active
+//   editor; 1033, 1035 build, build node; 1018, 1019 open /nextproject;
+//   1030 close the project (the title loses the path); 1031, 1032, 1097,
+//   1098 only logged (dialogs in the real host); 1117-1123, 1128, 1164 open
+//   or activate their view; 1129, 1130 open a new watch window "Watch <n>";
+//   1099 Ctrl+E, the frame's accelerator; 1190, 1191 cascade, tile.
+//   Private, for tests: 1192 to 1195 move the tool bar to the top, left,
+//   bottom or right edge (upright at left and right) and lay the MDI client
+//   out in the rest of the client area; 1196 logs the menu bar.
+// Views: titles as in ViewCatalog ("Program Memory Window"...; the listing
+// and map views are titled with the project's path ending in .lst, .map);
+// each holds one text window of class "PFE_Text", which activates the view
+// on a click. A file dropped on the frame (WM_DROPFILES) opens in an editor
+// titled with its full path, or activates the editor that shows it.
+//
+// Log lines (one event each, flushed at once):
+//   START pid=<n> / READY / EXIT         the program's life
+//   COMMAND <id>                          any WM_COMMAND reaching the frame
+//   OPEN <path>                           an editor opened
+//   DROP <path>                           a file of a drop, before it opens
+//   VIEW <id> <title>                     a view or watch opened or activated
+//   ACTIVATE <title>                      an MDI child became the active one
+//   CLOSE <title>                         an MDI child got WM_CLOSE
+//   SAVE <path> / BUILD <id> / PASTE <text, \r \n escaped> / HOSTKEY 1099
+//   SETFOCUS <class> <title>, SETFOCUS MDIClient
+//   KEYDOWN <title> <key> ctrl=<0|1>      a key in an editor
+//   VSCROLL <title> <code>                a scroll-bar message to a child
+//   LBUTTONDOWN <view title> <x>,<y>, LBUTTONUP ...   a click on a view's text
+//   REGMSG <name>                         a registered message at the frame
+//   PROJECT <path> / PROJECT CLOSE        the open project changed
+//   TOOLBAR <side> <l>,<t>,<r>,<b>        the tool bar moved (frame client coordinates)
+//   MENUBAR <n> <text> <text>...          the menu bar's top-level items (1196)
 #include "EditorWindow.h"
 #include "HostFrame.h"
 #include "HostLog.h"
@@ -56,6 +103,13 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int nShowCmd)
     HostFrame* pFrame = HostFrame::From(hWndFrame);
     if (!pFrame)
         return 1;
+    pFrame->SetNextProject(options.strNextProject);
+    const char* const kSides[] = {"top", "left", "bottom", "right"};
+    for (int i = 0; i < 4; ++i)
+    {
+        if (i > 0 && _stricmp(options.strToolBar.c_str(), kSides[i]) == 0)
+            pFrame->PlaceToolBar(static_cast<ToolBar::Side>(i));
+    }
     ShowWindow(hWndFrame, nShowCmd == SW_HIDE ? SW_SHOWNORMAL : nShowCmd);
     UpdateWindow(hWndFrame);
 

@@ -3,6 +3,7 @@
 #include "HostLog.h"
 
 #include <mbstring.h>
+#include <algorithm>
 #include <string.h>
 
 namespace hostide
@@ -84,5 +85,59 @@ bool MdiChild::HandleCommon(UINT nMessage, WPARAM wParam, LPARAM lParam, LRESULT
     default:
         return false;
     }
+}
+
+bool MdiChild::ScrollDocument(TextDocument& document, UINT nCode, int nVisibleLines)
+{
+    HostLog::Write("VSCROLL " + Title() + " " + std::to_string(nCode));
+    const int nTop = document.TopLine();
+    const int nPage = std::max(1, nVisibleLines - 1);
+    switch (nCode)
+    {
+    case SB_LINEUP:
+        document.SetTopLine(nTop - 1);
+        break;
+    case SB_LINEDOWN:
+        document.SetTopLine(nTop + 1);
+        break;
+    case SB_PAGEUP:
+        document.SetTopLine(nTop - nPage);
+        break;
+    case SB_PAGEDOWN:
+        document.SetTopLine(nTop + nPage);
+        break;
+    case SB_TOP:
+        document.SetTopLine(0);
+        break;
+    case SB_BOTTOM:
+        document.SetTopLine(document.LineCount() - 1);
+        break;
+    case SB_THUMBTRACK:
+    case SB_THUMBPOSITION:
+    {
+        SCROLLINFO si = {};
+        si.cbSize = sizeof(si);
+        si.fMask = SIF_TRACKPOS;
+        if (GetScrollInfo(m_hWnd, SB_VERT, &si))
+            document.SetTopLine(si.nTrackPos);
+        break;
+    }
+    default:
+        return false;
+    }
+    return true;
+}
+
+void MdiChild::SetScrollBarTo(const TextDocument& document, int nVisibleLines)
+{
+    SCROLLINFO si = {};
+    si.cbSize = sizeof(si);
+    si.fMask = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL;
+    const int nPage = std::max(1, nVisibleLines);
+    si.nMin = 0;
+    si.nMax = document.LineCount() - 1 + nPage - 1;
+    si.nPage = static_cast<UINT>(nPage);
+    si.nPos = document.TopLine();
+    SetScrollInfo(m_hWnd, SB_VERT, &si, TRUE);
 }
 } // namespace hostide

@@ -1,9 +1,11 @@
 // What editors and views have in common as MDI children: their unhandled
 // messages go to DefMDIChildProc, their closing and activation are logged,
-// and the mouse wheel does nothing in them.
+// the mouse wheel does nothing in them, and they scroll a text document by
+// lines with their vertical scroll bar.
 #pragma once
 
 #include "HostWindow.h"
+#include "TextDocument.h"
 
 #include <string>
 
@@ -25,5 +27,10 @@ protected:
     LRESULT DefaultProc(UINT nMessage, WPARAM wParam, LPARAM lParam) override;
     // Handles the messages common to all children; false for the others.
     bool HandleCommon(UINT nMessage, WPARAM wParam, LPARAM lParam, LRESULT& lResult);
+    // WM_VSCROLL: logs it, then moves the document's top line; false for a
+    // code that moves nothing. nVisibleLines is the height of a page.
+    bool ScrollDocument(TextDocument& document, UINT nCode, int nVisibleLines);
+    // Any line may be the top one, so the range reaches one page past the end.
+    void SetScrollBarTo(const TextDocument& document, int nVisibleLines);
 };
 } // namespace hostide

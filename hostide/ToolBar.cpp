@@ -107,7 +107,9 @@ void DrawGlyph(HDC hDC, Glyph glyph, int x, int y) // x, y: the button's top lef
     }
 }
 
-// Calls fn(button, left) for each button; returns the first true result.
+// Calls fn(button, offset) for each button, the offset running along the
+// bar (left to right, or top to bottom when upright); returns the first
+// true result.
 template <typename F> const Button* WalkButtons(F fn)
 {
     int x = 4;
@@ -140,6 +142,32 @@ HWND ToolBar::Create(HWND hWndFrame)
                               0, kHeight, hWndFrame, nullptr);
 }
 
+ToolBar* ToolBar::From(HWND hWnd)
+{
+    return dynamic_cast<ToolBar*>(FromHandle(hWnd));
+}
+
+const char* ToolBar::SideName(Side side)
+{
+    switch (side)
+    {
+    case Side::Left:
+        return "left";
+    case Side::Bottom:
+        return "bottom";
+    case Side::Right:
+        return "right";
+    default:
+        return "top";
+    }
+}
+
+void ToolBar::SetSide(Side side)
+{
+    m_side = side;
+    InvalidateRect(m_hWnd, nullptr, TRUE);
+}
+
 LRESULT ToolBar::HandleMessage(UINT nMessage, WPARAM wParam, LPARAM lParam)
 {
     switch (nMessage)
@@ -160,20 +188,46 @@ void ToolBar::OnPaint()
     PaintDC dc(m_hWnd);
     RECT rc;
     GetClientRect(m_hWnd, &rc);
-    RECT rcLine = {rc.left, rc.bottom - 2, rc.right, rc.bottom};
-    DrawEdge(dc.Handle(), &rcLine, EDGE_ETCHED, BF_TOP);
-    WalkButtons([&](const Button& button, int x) {
-        RECT rcButton = {x, 2, x + kButton, 2 + kButton};
+    // The etched line faces the MDI client.
+    RECT rcLine = rc;
+    UINT nEdge = BF_TOP;
+    switch (m_side)
+    {
+    case Side::Top:
+        rcLine.top = rc.bottom - 2;
+        break;
+    case Side::Bottom:
+        rcLine.bottom = rc.top + 2;
+        break;
+    case Side::Left:
+        rcLine.left = rc.right - 2;
+        nEdge = BF_LEFT;
+        break;
+    case Side::Right:
+        rcLine.right = rc.left + 2;
+        nEdge = BF_LEFT;
+        break;
+    }
+    DrawEdge(dc.Handle(), &rcLine, EDGE_ETCHED, nEdge);
+    const bool bVertical = IsVertical();
+    WalkButtons([&](const Button& button, int nOffset) {
+        const int x = bVertical ? 2 : nOffset;
+        const int y = bVertical ? nOffset : 2;
+        RECT rcButton = {x, y, x + kButton, y + kButton};
         DrawEdge(dc.Handle(), &rcButton, BDR_RAISEDINNER, BF_RECT);
-        DrawGlyph(dc.Handle(), button.glyph, x, 2);
+        DrawGlyph(dc.Handle(), button.glyph, x, y);
         return false;
     });
 }
 
 void ToolBar::OnLButtonDown(int x, int y)
 {
-    const Button* pButton =
-        WalkButtons([&](const Button&, int xButton) { return x >= xButton && x < xButton + kButton && y < 2 + kButton; });
+    // Along the bar and across it.
+    const int nAlong = IsVertical() ? y : x;
+    const int nAcross = IsVertical() ? x : y;
+    const Button* pButton = WalkButtons([&](const Button&, int nOffset) {
+        return nAlong >= nOffset && nAlong < nOffset + kButton && nAcross < 2 + kButton;
+    });
     // Posted, as a menu command would arrive; the tool bar never takes the focus.
     if (pButton)
         PostMessageA(GetParent(m_hWnd), WM_COMMAND, pButton->nCommand, 0);

@@ -1,5 +1,6 @@
-// The host's tool bar (class "PFE_TBar"): a strip of square buttons along the
-// top of the frame that post their commands to the frame.
+// The host's tool bar (class "PFE_TBar"): a strip of square buttons along one
+// edge of the frame (the top unless moved) that post their commands to the
+// frame. At the left or right edge it stands upright.
 #pragma once
 
 #include "HostWindow.h"
@@ -13,11 +14,26 @@ public:
     static const int kHeight = 28;
     static bool Register();
     static HWND Create(HWND hWndFrame);
+    static ToolBar* From(HWND hWnd);
+
+    enum class Side
+    {
+        Top,
+        Left,
+        Bottom,
+        Right
+    };
+    static const char* SideName(Side side);
+    // Which edge it stands at: the frame lays it out, the bar draws itself to fit.
+    void SetSide(Side side);
 
 private:
     ToolBar() = default;
+    bool IsVertical() const { return m_side == Side::Left || m_side == Side::Right; }
     LRESULT HandleMessage(UINT nMessage, WPARAM wParam, LPARAM lParam) override;
     void OnPaint();
     void OnLButtonDown(int x, int y);
+
+    Side m_side = Side::Top;
 };
 } // namespace hostide

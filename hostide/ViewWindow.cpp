@@ -5,7 +5,8 @@
 #include "PaintDC.h"
 #include "TextPainter.h"
 
-#include <algorithm>
+#include <windowsx.h>
+
 
 namespace hostide
 {
@@ -70,36 +71,8 @@ LRESULT ViewWindow::HandleMessage(UINT nMessage, WPARAM wParam, LPARAM lParam)
 
 void ViewWindow::OnVScroll(UINT nCode)
 {
-    HostLog::Write("VSCROLL " + Title() + " " + std::to_string(nCode));
-    const int nTop = m_document.TopLine();
-    const int nPage = std::max(1, VisibleLines() - 1);
-    switch (nCode)
-    {
-    case SB_LINEUP:
-        m_document.SetTopLine(nTop - 1);
-        break;
-    case SB_LINEDOWN:
-        m_document.SetTopLine(nTop + 1);
-        break;
-    case SB_PAGEUP:
-        m_document.SetTopLine(nTop - nPage);
-        break;
-    case SB_PAGEDOWN:
-        m_document.SetTopLine(nTop + nPage);
-        break;
-    case SB_THUMBTRACK:
-    case SB_THUMBPOSITION:
-    {
-        SCROLLINFO si = {};
-        si.cbSize = sizeof(si);
-        si.fMask = SIF_TRACKPOS;
-        if (GetScrollInfo(m_hWnd, SB_VERT, &si))
-            m_document.SetTopLine(si.nTrackPos);
-        break;
-    }
-    default:
+    if (!ScrollDocument(m_document, nCode, VisibleLines()))
         return;
-    }
     UpdateScrollBar();
     InvalidateRect(m_hWndText, nullptr, FALSE);
 }
@@ -113,17 +86,16 @@ int ViewWindow::VisibleLines() const
 
 void ViewWindow::UpdateScrollBar()
 {
-    SCROLLINFO si = {};
-    si.cbSize = sizeof(si);
-    si.fMask = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL;
-    const int nPage = std::max(1, VisibleLines());
-    si.nMax = m_document.LineCount() - 1 + nPage - 1;
-    si.nPage = static_cast<UINT>(nPage);
-    si.nPos = m_document.TopLine();
-    SetScrollInfo(m_hWnd, SB_VERT, &si, TRUE);
+    SetScrollBarTo(m_document, VisibleLines());
 }
 
 // ViewText -------------------------------------------------------------------
+
+void ViewText::LogClick(const char* pszWhat, LPARAM lParam) const
+{
+    HostLog::Write(std::string(pszWhat) + " " + HostLog::TitleOf(GetParent(m_hWnd)) + " " +
+                   std::to_string(GET_X_LPARAM(lParam)) + "," + std::to_string(GET_Y_LPARAM(lParam)));
+}
 
 HWND ViewText::Create(HWND hWndView, const TextDocument& document)
 {
@@ -151,11 +123,15 @@ LRESULT ViewText::HandleMessage(UINT nMessage, WPARAM wParam, LPARAM lParam)
         return 0;
     case WM_LBUTTONDOWN:
     {
+        LogClick("LBUTTONDOWN", lParam);
         // A click activates the view; the focus follows the activation.
         HWND hWndView = GetParent(m_hWnd);
         SendMessageA(GetParent(hWndView), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(hWndView), 0);
         return 0;
     }
+    case WM_LBUTTONUP:
+        LogClick("LBUTTONUP", lParam);
+        return 0;
     case WM_MOUSEWHEEL:
         return 0; // not passed on to the view: the host has no wheel support
     default:

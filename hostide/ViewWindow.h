@@ -40,6 +40,8 @@ public:
 private:
     explicit ViewText(const TextDocument& document) : m_document(document) {}
     LRESULT HandleMessage(UINT nMessage, WPARAM wParam, LPARAM lParam) override;
+    // "<what> <view title> <x>,<y>"
+    void LogClick(const char* pszWhat, LPARAM lParam) const;
 
     const TextDocument& m_document; // the view's; the view outlives its child
 };
