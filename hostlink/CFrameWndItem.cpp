@@ -1,16 +1,242 @@
 #include "CFrameWndItem.h"
 
 #include "CApp.h"
+#include "CDockBar.h"
+#include "WindowText.h"
+#include "resource.h"
+
+namespace
+{
+const UINT kAssistWindowCommand = 32771; // "&Assist Window" in menu 101
+
+HWND FindMdiClient(HWND hWndFrame)
+{
+    return FindWindowExA(hWndFrame, nullptr, "MDIClient", nullptr);
+}
+
+CRect WindowRectInClient(HWND hWnd, HWND hWndFrame)
+{
+    CRect rect;
+    ::GetWindowRect(hWnd, &rect);
+    ::MapWindowPoints(nullptr, hWndFrame, reinterpret_cast<LPPOINT>(&rect), 2);
+    return rect;
+}
+
+BOOL CALLBACK RedrawFrame(HWND hWnd, LPARAM /*lParam*/)
+{
+    ::SetWindowPos(hWnd, nullptr, 0, 0, 0, 0,
+                   SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED | SWP_NOCOPYBITS);
+    return TRUE; // all of them
+}
+} // namespace
 
 CFrameWndItem::CFrameWndItem(HWND hWnd, CItems* pItems) : CItem(hWnd, pItems)
 {
     PostMessageA(m_hWnd, WM_CREATEDOCKBAR, 0, 0);
 }
 
-void CFrameWndItem::OnHookMessage(const HookRecord* /*pRecord*/)
+CFrameWndItem::~CFrameWndItem()
 {
+    const BOOL bFrame = ::IsWindow(m_hWnd);
+    if (bFrame && m_bPopupAppended)
+        RequestHostRemovePopup(m_hWnd);
+    if (CDockBar* pDockBar = GetDockBar())
+    {
+        pDockBar->Close(IDOK);
+        // A page that refuses to save must not leave a window behind in
+        // someone else's frame.
+        if (::IsWindow(m_hWndDockBar) && CWnd::FromHandlePermanent(m_hWndDockBar) == pDockBar)
+            pDockBar->Close(IDCANCEL);
+    }
+    m_pDockBar = nullptr;
+    m_menuAssist.DestroyMenu();
+    // The host lays its MDI client over the whole free area again at once,
+    // not at its next resize.
+    if (bFrame && m_hWndDockBar)
+    {
+        CRect rect;
+        ::GetClientRect(m_hWnd, &rect);
+        ::PostMessageA(m_hWnd, WM_SIZE, ::IsIconic(m_hWnd) ? SIZE_MINIMIZED : SIZE_RESTORED,
+                       MAKELPARAM(rect.Width(), rect.Height()));
+    }
 }
 
-void CFrameWndItem::OnHookMessageDone(const HookRecord* /*pRecord*/)
+CDockBar* CFrameWndItem::GetDockBar()
 {
+    if (m_pDockBar &&
+        !(::IsWindow(m_hWndDockBar) && CWnd::FromHandlePermanent(m_hWndDockBar) == m_pDockBar))
+        m_pDockBar = nullptr; // deleted itself with its window: never touched again
+    return m_pDockBar;
+}
+
+void CFrameWndItem::OnHookMessage(const HookRecord* pRecord)
+{
+    CDockBar* pDockBar = GetDockBar();
+    if (pRecord->nMessage == WM_SIZE && pDockBar && pDockBar->IsShown())
+    {
+        // The host is about to put the MDI client over the whole area; it
+        // must not paint there before ApplyLayout has narrowed it again.
+        if (HWND hWndClient = FindMdiClient(m_hWnd))
+        {
+            ::SendMessageA(hWndClient, WM_SETREDRAW, FALSE, 0);
+            m_bRedrawSuspended = TRUE;
+        }
+    }
+    if (pDockBar)
+        pDockBar->DispatchHostMessage(pRecord);
+}
+
+void CFrameWndItem::OnHookMessageDone(const HookRecord* pRecord)
+{
+    const UINT nMessage = pRecord->nMessage;
+    if (nMessage == WM_CREATEDOCKBAR)
+    {
+        if (!m_pDockBar)
+            CreateDockBar();
+        return;
+    }
+    CDockBar* pDockBar = GetDockBar();
+    switch (nMessage)
+    {
+    case WM_COMMAND:
+        // The whole wParam: a notification code in the high word is not ours.
+        if (pRecord->wParam == kAssistWindowCommand && pDockBar)
+            ToggleDockBar();
+        break;
+    case WM_INITMENUPOPUP:
+        if (pDockBar)
+        {
+            HMENU hMenu = reinterpret_cast<HMENU>(static_cast<LONG_PTR>(static_cast<int32_t>(pRecord->wParam)));
+            RequestHostCheckMenuItem(m_hWnd, hMenu, kAssistWindowCommand,
+                                     pDockBar->IsShown() ? MF_CHECKED : MF_UNCHECKED);
+        }
+        break;
+    case WM_SETTEXT:
+        if (pDockBar)
+            pDockBar->UpdateData(FALSE);
+        break;
+    case WM_SIZE:
+        MeasureLayout();
+        ApplyLayout();
+        break;
+    case WM_PAINT:
+        if (ToolBarChanged())
+            MeasureLayout();
+        ApplyLayout();
+        break;
+    case WM_ACTIVATEAPP:
+        if (ToolBarChanged())
+            MeasureLayout();
+        break;
+    case WM_MOVE:
+    case WM_WINDOWPOSCHANGED:
+    case WM_SHOWWINDOW:
+        // Wine: the pop-up follows the frame by hand (a child needs nothing).
+        if (pDockBar)
+            pDockBar->FollowHost();
+        break;
+    default:
+        break;
+    }
+}
+
+void CFrameWndItem::CreateDockBar()
+{
+    // Deletes itself after its window is destroyed.
+    m_pDockBar = new CDockBar(m_hWnd);
+    m_pDockBar->Create(TRUE);
+    m_hWndDockBar = m_pDockBar->m_hWnd;
+    if (!m_hWndDockBar)
+        return; // a failed creation leaves an object that never deletes itself
+    if (m_menuAssist.LoadMenu(IDR_ASSISTMENU))
+    {
+        CString strText;
+        m_menuAssist.GetMenuString(0, strText, MF_BYPOSITION);
+        // The host's thread edits its own menu bar (see the hook contract).
+        m_bPopupAppended = RequestHostAppendPopup(m_hWnd, m_menuAssist.GetSubMenu(0), strText);
+    }
+    PostMessageA(m_hWnd, WM_SIZE, 0, 0);
+}
+
+void CFrameWndItem::ToggleDockBar()
+{
+    m_pDockBar->Show(!m_pDockBar->IsShown());
+    PostMessageA(m_hWnd, WM_SIZE, 0, 0);
+}
+
+void CFrameWndItem::MeasureLayout()
+{
+    HWND hWndClient = FindMdiClient(m_hWnd);
+    if (!hWndClient)
+        return;
+    m_rectClient = WindowRectInClient(hWndClient, m_hWnd);
+    CDockBar* pDockBar = GetDockBar();
+    if (pDockBar && pDockBar->IsShown())
+    {
+        CRect rectDock;
+        pDockBar->GetWindowRect(&rectDock);
+        if (GetApp()->m_bDockLeft)
+            m_rectClient.left += rectDock.Width();
+        else
+            m_rectClient.right -= rectDock.Width();
+    }
+    FindToolBarRect(m_rectToolBar);
+}
+
+void CFrameWndItem::ApplyLayout()
+{
+    HWND hWndClient = FindMdiClient(m_hWnd);
+    if (!hWndClient)
+        return;
+    ::MoveWindow(hWndClient, m_rectClient.left, m_rectClient.top, m_rectClient.Width(), m_rectClient.Height(), TRUE);
+    CDockBar* pDockBar = GetDockBar();
+    if (!pDockBar || !pDockBar->IsShown())
+        return;
+    CRect rectDock;
+    pDockBar->GetWindowRect(&rectDock);
+    const int w = rectDock.Width();
+    if (GetApp()->m_bDockLeft)
+        rectDock = CRect(m_rectClient.left - w, m_rectClient.top, m_rectClient.left, m_rectClient.bottom);
+    else
+        rectDock = CRect(m_rectClient.right, m_rectClient.top, m_rectClient.right + w, m_rectClient.bottom);
+    pDockBar->Place(rectDock);
+    if (m_bRedrawSuspended)
+    {
+        pDockBar->Invalidate(TRUE);
+        ::SendMessageA(hWndClient, WM_SETREDRAW, TRUE, 0);
+        ::InvalidateRect(hWndClient, nullptr, TRUE);
+        // Each window below the MDI client recomputes and redraws its frame.
+        ::EnumChildWindows(hWndClient, RedrawFrame, 0);
+        m_bRedrawSuspended = FALSE;
+    }
+}
+
+void CFrameWndItem::FindToolBarRect(CRect& rect) const
+{
+    for (HWND hWndChild = ::GetWindow(m_hWnd, GW_CHILD); hWndChild; hWndChild = ::GetWindow(hWndChild, GW_HWNDNEXT))
+    {
+        if (GetWindowClassName(hWndChild) == "PFE_TBar" && ::IsWindowVisible(hWndChild))
+        {
+            rect = WindowRectInClient(hWndChild, m_hWnd);
+            return;
+        }
+    }
+    rect = CRect();
+}
+
+BOOL CFrameWndItem::ToolBarChanged()
+{
+    CRect cur;
+    FindToolBarRect(cur);
+    const CRect& last = m_rectToolBar;
+    const BOOL bWidth = cur.Width() == last.Width();
+    const BOOL bHeight = cur.Height() == last.Height();
+    const BOOL bChanged = (!bWidth && !bHeight) || (bWidth && cur.top != last.top) || (bHeight && cur.left != last.left);
+    if (!bChanged)
+        return FALSE;
+    m_rectToolBar = cur;
+    CDockBar* pDockBar = GetDockBar();
+    if (pDockBar && pDockBar->IsShown())
+        pDockBar->Invalidate(TRUE);
+    return TRUE;
 }
