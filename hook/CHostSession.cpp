@@ -691,7 +691,11 @@ template <bool bUnicode> LRESULT CHostSession::OnMessage(HWND hWnd, UINT uMsg, W
     case WM_INITMENU:
         // The user opens the frame's menus. A tool that was killed has not
         // been noticed yet if the host sent it nothing since; its popup must
-        // not be offered with commands that would go nowhere.
+        // not be offered with commands that would go nowhere, and it is taken
+        // out here, before the menu loop looks at the bar.
+        // Wine: without this the WM_INITMENUPOPUP record finds the tool gone
+        // and the popup is destroyed inside the menu loop, which Wine then
+        // simply does not show (tested); Windows need not take that as well.
         if (nKind == KIND_FRAME && m_requests.HasPopup(hWnd) && !IsWindow(m_channel.Tool()))
             Leave(false);
         break;

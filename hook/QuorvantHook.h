@@ -21,8 +21,16 @@
 // reported at once (parents before children), later ones as they are created.
 QUORVANT_HOOK_API BOOL __cdecl installHook(HWND hWndTool);
 // Stops reporting: every window still reported gets its HOOK_DESTROY record,
-// delivered asynchronously by each host; the tool waits for them.
+// delivered asynchronously by each host; the tool waits for them. A popup
+// that the tool had appended to a host's menu bar is taken out first; so is
+// one of a tool that ended without uninstalling, as soon as the host notices
+// (at the latest when the user opens its menus).
 QUORVANT_HOOK_API BOOL __cdecl uninstallHook();
+
+// Besides the records the tool acts on, the host frame reports, as
+// HOOK_MESSAGE_DONE, WM_MOVE, WM_SHOWWINDOW and those WM_WINDOWPOSCHANGED that
+// move, size, show or hide it (not those of activation or z-order alone): a
+// window of the tool that floats over the frame follows it with them.
 
 // WM_COPYDATA dwData: the record code.
 enum HookCode

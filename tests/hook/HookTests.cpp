@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "Fixture.h"
+#include "HostInput.h"
 #include "QuorvantHook.h"
 #include "TestRunner.h"
 
@@ -793,4 +794,259 @@ TEST_CASE(a_drop_request_opens_the_file_in_the_host_and_bad_ones_change_nothing)
     // Still serving: a good request after the bad ones works.
     CHECK(RequestHostDropFile(hWndFrame, s.File("d.c").c_str()));
     CHECK(s.host.WaitLog("DROP " + s.File("d.c"), 5000));
+}
+
+namespace
+{
+// The tool's "&Assist" popup, as the tool loads it from its resources.
+class ToolPopup
+{
+public:
+    ToolPopup() : m_hMenu(CreatePopupMenu())
+    {
+        AppendMenuA(m_hMenu, MF_STRING, 32771, "&Assist Window");
+        AppendMenuA(m_hMenu, MF_SEPARATOR, 0, nullptr);
+        AppendMenuA(m_hMenu, MF_STRING, 32772, "&Other");
+    }
+    ~ToolPopup() { DestroyMenu(m_hMenu); }
+    ToolPopup(const ToolPopup&) = delete;
+    ToolPopup& operator=(const ToolPopup&) = delete;
+    HMENU Get() const { return m_hMenu; }
+
+private:
+    HMENU m_hMenu;
+};
+
+// The pop-up menu window the host shows, or NULL.
+HWND ShownMenu()
+{
+    HWND hWnd = FindWindowA("#32768", nullptr);
+    return hWnd && IsWindowVisible(hWnd) ? hWnd : nullptr;
+}
+
+// The user opens the frame's menu with this mnemonic (Alt+key), as real input.
+bool OpenMenu(const qt::Host& host, WORD wKey)
+{
+    SetForegroundWindow(host.Frame());
+    if (!qt::WaitFor([&] { return GetForegroundWindow() == host.Frame(); }, 3000))
+        return false;
+    qt::SendKeys({VK_MENU, wKey});
+    // A menu shows within a few milliseconds; the wait is long only where
+    // no menu is the expected outcome.
+    return qt::WaitFor([] { return ShownMenu() != nullptr; }, 600);
+}
+
+void CloseMenus()
+{
+    for (int i = 0; i < 3 && ShownMenu(); ++i)
+    {
+        qt::SendKeys({VK_ESCAPE});
+        qt::WaitFor([] { return ShownMenu() == nullptr; }, 500);
+    }
+    qt::SendKeys({VK_ESCAPE}); // out of the menu bar as well
+}
+
+// Pixels of the check-mark column of the shown menu's first item that differ
+// from the item's background (the item may be drawn highlighted or not).
+int CheckColumnInk()
+{
+    HWND hWndMenu = ShownMenu();
+    if (!hWndMenu)
+        return -1;
+    Sleep(150); // drawn
+    RECT rect = {};
+    GetWindowRect(hWndMenu, &rect);
+    HDC hDC = GetDC(nullptr);
+    const COLORREF background = GetPixel(hDC, rect.left + 4, rect.top + 4);
+    int nInk = 0;
+    for (int y = rect.top + 4; y < rect.top + 18; ++y)
+        for (int x = rect.left + 4; x < rect.left + 16; ++x)
+            nInk += GetPixel(hDC, x, y) != background ? 1 : 0;
+    ReleaseDC(nullptr, hDC);
+    return nInk;
+}
+
+// Opens the "&Assist" menu and chooses "&Assist Window": true when the host
+// got its command.
+bool ChooseAssistWindow(const qt::Host& host)
+{
+    const int nBefore = host.CountLog("COMMAND 32771");
+    if (!OpenMenu(host, 'A'))
+        return false;
+    qt::SendKeys({'A'});
+    const bool bChosen = host.WaitLog("COMMAND 32771", 1500, nBefore + 1);
+    CloseMenus();
+    return bChosen;
+}
+
+// The host's own "&File" menu still works: "&New" makes an editor.
+bool HostMenusWork(const qt::Host& host)
+{
+    const int nBefore = host.CountLog("COMMAND 1001");
+    if (!OpenMenu(host, 'F'))
+        return false;
+    qt::SendKeys({'N'});
+    const bool bChosen = host.WaitLog("COMMAND 1001", 2000, nBefore + 1);
+    CloseMenus();
+    return bChosen;
+}
+} // namespace
+
+TEST_CASE(the_popup_request_puts_one_menu_on_the_host_bar_until_removed_or_the_tool_leaves)
+{
+    Session s("hook-popup");
+    REQUIRE(s.host.Start("/open \"" + s.File("a.c") + "\""));
+    REQUIRE(s.tool.Start());
+    HWND hWndFrame = s.host.Frame();
+    ToolPopup popup;
+    CHECK(!ChooseAssistWindow(s.host)); // not there before the request
+
+    CHECK(RequestHostAppendPopup(hWndFrame, popup.Get(), "&Assist"));
+    CHECK(!RequestHostAppendPopup(hWndFrame, popup.Get(), "&Assist")); // one per frame
+    CHECK(ChooseAssistWindow(s.host));
+    CHECK(s.tool.WaitCount("AFTER", 1, hWndFrame, WM_COMMAND));
+    CHECK_EQ(s.host.CountLog("COMMAND 32771"), 1);
+
+    // The host's handle of the popup comes with its WM_INITMENUPOPUP record;
+    // the check mark set through it is drawn in the host's menu.
+    HMENU hHostPopup = nullptr;
+    for (const Record& record : s.tool.Records())
+        if (record.hWnd == hWndFrame && record.nMessage == WM_INITMENUPOPUP)
+            hHostPopup = reinterpret_cast<HMENU>(static_cast<LONG_PTR>(static_cast<int32_t>(record.nWParam)));
+    REQUIRE(hHostPopup);
+    CHECK(RequestHostCheckMenuItem(hWndFrame, hHostPopup, 32771, MF_CHECKED));
+    REQUIRE(OpenMenu(s.host, 'A'));
+    const int nChecked = CheckColumnInk();
+    CloseMenus();
+    CHECK(RequestHostCheckMenuItem(hWndFrame, hHostPopup, 32771, MF_UNCHECKED));
+    REQUIRE(OpenMenu(s.host, 'A'));
+    const int nUnchecked = CheckColumnInk();
+    CloseMenus();
+    printf("  check column ink: %d checked, %d unchecked\n", nChecked, nUnchecked);
+    CHECK(nChecked > nUnchecked + 10);
+    // Refused: an item the menu lacks, a handle that is no menu, a state
+    // other than checked or unchecked, a request of the wrong size.
+    CHECK(!RequestHostCheckMenuItem(hWndFrame, hHostPopup, 9999, MF_CHECKED));
+    CHECK(!RequestHostCheckMenuItem(hWndFrame, reinterpret_cast<HMENU>(static_cast<LONG_PTR>(0x7ff4)), 32771,
+                                    MF_CHECKED));
+    CHECK(!RequestHostCheckMenuItem(hWndFrame, hHostPopup, 32771, MF_GRAYED));
+    const HostCheckRequest check = {HookWindowWord(reinterpret_cast<HWND>(hHostPopup)), 32771, MF_CHECKED};
+    CHECK(!SendRawRequest(hWndFrame, REQUEST_CHECKMENUITEM, &check, sizeof(check) - 1));
+
+    // Removed: the command is gone, the host's own menus stay.
+    CHECK(!SendRawRequest(hWndFrame, REQUEST_REMOVEPOPUP, "x", 1));
+    CHECK(RequestHostRemovePopup(hWndFrame));
+    CHECK(!RequestHostRemovePopup(hWndFrame));
+    CHECK(!ChooseAssistWindow(s.host));
+    CHECK(HostMenusWork(s.host));
+    CHECK_EQ(s.host.CountLog("COMMAND 32771"), 1);
+
+    // Appended again, then the tool leaves: the library takes it out.
+    CHECK(RequestHostAppendPopup(hWndFrame, popup.Get(), "&Assist"));
+    REQUIRE(s.tool.Close());
+    CHECK(!ChooseAssistWindow(s.host));
+    CHECK(HostMenusWork(s.host));
+    CHECK_EQ(s.host.CountLog("COMMAND 32771"), 1);
+    // And a request to a host the library has left is refused.
+    CHECK(!RequestHostAppendPopup(hWndFrame, popup.Get(), "&Assist"));
+    CHECK(s.host.GetProcess().IsRunning());
+}
+
+TEST_CASE(bad_popup_requests_change_nothing_and_a_killed_tool_leaves_no_dead_menu)
+{
+    Session s("hook-popupbad");
+    REQUIRE(s.host.Start("/open \"" + s.File("a.c") + "\""));
+    REQUIRE(s.tool.Start());
+    HWND hWndFrame = s.host.Frame();
+    HWND hWndEditor = s.host.FindWindowByTitle(s.File("a.c"));
+    REQUIRE(hWndEditor);
+    ToolPopup popup;
+
+    // Wrong size, texts without their NUL, too many items, no title, a
+    // window that is not the frame.
+    HostPopupRequest request = {};
+    lstrcpyA(request.szText, "&Assist");
+    request.nItems = 1;
+    request.items[0].nId = 32771;
+    lstrcpyA(request.items[0].szText, "&Assist Window");
+    HostPopupRequest bad = request;
+    CHECK(!SendRawRequest(hWndFrame, REQUEST_APPENDPOPUP, &bad, sizeof(bad) - 4));
+    memset(bad.szText, 'x', sizeof(bad.szText));
+    CHECK(!SendRawRequest(hWndFrame, REQUEST_APPENDPOPUP, &bad, sizeof(bad)));
+    bad = request;
+    memset(bad.items[0].szText, 'x', sizeof(bad.items[0].szText));
+    CHECK(!SendRawRequest(hWndFrame, REQUEST_APPENDPOPUP, &bad, sizeof(bad)));
+    bad = request;
+    bad.nItems = 9;
+    CHECK(!SendRawRequest(hWndFrame, REQUEST_APPENDPOPUP, &bad, sizeof(bad)));
+    bad = request;
+    bad.szText[0] = 0;
+    CHECK(!SendRawRequest(hWndFrame, REQUEST_APPENDPOPUP, &bad, sizeof(bad)));
+    CHECK(!SendRawRequest(hWndEditor, REQUEST_APPENDPOPUP, &request, sizeof(request)));
+    CHECK(!ChooseAssistWindow(s.host));
+    // The good one still works after all that.
+    CHECK(SendRawRequest(hWndFrame, REQUEST_APPENDPOPUP, &request, sizeof(request)));
+    CHECK(ChooseAssistWindow(s.host));
+
+    // Killed, the tool never hears the command again: the host must not
+    // keep offering it. Nothing is sent to the dead tool before the user
+    // opens a menu, and the popup is gone by then.
+    REQUIRE(Drain(s.host, hWndEditor)); // the frame has repainted where the menu was
+    s.host.WaitQuiet();
+    s.tool.GetProcess().Kill();
+    // Not even shown: a menu the host had opened already would lose its
+    // popup under the user's eyes.
+    CHECK(!OpenMenu(s.host, 'A'));
+    CloseMenus();
+    CHECK(!ChooseAssistWindow(s.host));
+    CHECK(HostMenusWork(s.host));
+    CHECK_EQ(s.host.CountLog("COMMAND 32771"), 1);
+    CHECK(s.host.GetProcess().IsRunning());
+}
+
+TEST_CASE(frame_moves_shows_and_hides_are_reported_but_not_activation_or_z_order)
+{
+    Session s("hook-framemove");
+    REQUIRE(s.host.Start("/open \"" + s.File("a.c") + "\""));
+    REQUIRE(s.tool.Start());
+    HWND hWndFrame = s.host.Frame();
+    HWND hWndEditor = s.host.FindWindowByTitle(s.File("a.c"));
+    REQUIRE(hWndEditor);
+    REQUIRE(Drain(s.host, hWndEditor));
+    const int nPositions = s.tool.Count("AFTER", hWndFrame, WM_WINDOWPOSCHANGED);
+
+    // Another window comes to the front and goes back: activation and
+    // z-order only.
+    HWND hWndOther = CreateWindowA("STATIC", "other program", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr, nullptr,
+                                   GetModuleHandleA(nullptr), nullptr);
+    SetForegroundWindow(hWndOther);
+    CHECK(qt::WaitFor([&] { return GetForegroundWindow() == hWndOther; }, 3000));
+    SetForegroundWindow(hWndFrame);
+    CHECK(qt::WaitFor([&] { return GetForegroundWindow() == hWndFrame; }, 3000));
+    SetWindowPos(hWndFrame, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    DestroyWindow(hWndOther);
+    REQUIRE(Drain(s.host, hWndEditor));
+    CHECK_EQ(s.tool.Count("AFTER", hWndFrame, WM_WINDOWPOSCHANGED), nPositions);
+    CHECK_EQ(s.tool.Count("AFTER", hWndFrame, WM_MOVE), 0);
+
+    // A move: the move and the position change, after the host handled them.
+    SetWindowPos(hWndFrame, nullptr, 60, 50, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    CHECK(s.tool.WaitCount("AFTER", 1, hWndFrame, WM_MOVE));
+    CHECK(s.tool.WaitCount("AFTER", nPositions + 1, hWndFrame, WM_WINDOWPOSCHANGED));
+    CHECK_EQ(s.tool.Count("BEFORE", hWndFrame, WM_MOVE), 0);
+    // A size change.
+    SetWindowPos(hWndFrame, nullptr, 0, 0, 800, 600, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    CHECK(s.tool.WaitCount("AFTER", nPositions + 2, hWndFrame, WM_WINDOWPOSCHANGED));
+    // Hidden and shown.
+    ShowWindow(hWndFrame, SW_HIDE);
+    CHECK(s.tool.WaitCount("AFTER", 1, hWndFrame, WM_SHOWWINDOW));
+    CHECK(s.tool.WaitCount("AFTER", nPositions + 3, hWndFrame, WM_WINDOWPOSCHANGED));
+    ShowWindow(hWndFrame, SW_SHOWNA);
+    CHECK(s.tool.WaitCount("AFTER", 2, hWndFrame, WM_SHOWWINDOW));
+    CHECK(s.tool.WaitCount("AFTER", nPositions + 4, hWndFrame, WM_WINDOWPOSCHANGED));
+    // Only the frame's: an MDI child's move is not reported.
+    SetWindowPos(hWndEditor, nullptr, 5, 5, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    REQUIRE(Drain(s.host, hWndEditor));
+    CHECK_EQ(s.tool.Count("AFTER", hWndEditor, WM_MOVE), 0);
+    CHECK_EQ(s.tool.Count("AFTER", hWndEditor, WM_WINDOWPOSCHANGED), 0);
 }
