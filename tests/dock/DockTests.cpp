@@ -377,3 +377,62 @@ TEST_CASE(docked_left_then_right_fills_the_free_area_through_every_frame_change)
     MoveWindow(d.hWndFrame, 30, 30, 800, 560, TRUE);
     REQUIRE_LAYOUT(d, false, w);
 }
+
+TEST_CASE(exit_gives_the_host_its_area_and_menu_back_and_the_next_start_keeps_width_and_side)
+{
+    // Docked right and 180 wide by hand-written settings.
+    Docked d("dockexit", "[Settings]\r\nDockRect=0000:0000:0180:0500\r\nDockLeft=0\r\n");
+    REQUIRE(d.ok);
+    REQUIRE_LAYOUT(d, false, 180);
+    PostMessageA(d.hWndFrame, WM_COMMAND, kLogMenuBar, 0);
+    REQUIRE(d.host.WaitLog("MENUBAR 6 &File &Edit &Project &View &Window &Assist", 5000));
+
+    // Moved across with the gripper, then the tool ends.
+    RECT rcFrame;
+    GetWindowRect(d.hWndFrame, &rcFrame);
+    REQUIRE(Drag(OnScreen(d.hWndDock, 90, 12), POINT{rcFrame.left + 20, rcFrame.top + 200}));
+    REQUIRE_LAYOUT(d, true, 180);
+    REQUIRE(d.tool.Exit());
+    CHECK(!IsWindow(d.hWndDock));
+    CHECK(d.ClientFillsFreeArea());
+    d.host.ClearLog();
+    PostMessageA(d.hWndFrame, WM_COMMAND, kLogMenuBar, 0);
+    CHECK(d.host.WaitLog("MENUBAR 5 &File &Edit &Project &View &Window", 5000));
+    const auto ini = ReadIni(d.tool.SettingsPath());
+    CHECK_EQ(IniValue(ini, "Settings", "DockLeft"), std::string("1"));
+    CHECK_EQ(IniValue(ini, "Settings", "DockRect").substr(10, 5), std::string("0180:"));
+
+    // The next start beside the same host: left, 180 wide.
+    REQUIRE(d.tool.Start());
+    REQUIRE(WaitFor([&] { return (d.hWndDock = FindDockBar(d.hWndFrame)) != nullptr; }, 10000));
+    REQUIRE_LAYOUT(d, true, 180);
+}
+
+TEST_CASE(a_killed_tool_leaves_a_host_that_lays_out_and_a_garbled_width_is_survived)
+{
+    Docked d("dockkill", "[Settings]\r\nDockRect=zz:1:x\r\nDockLeft=banana\r\n");
+    REQUIRE(d.ok);
+    const int w = d.DockWidth();
+    CHECK(w > 100); // the template's width: the garbled rectangle reads as empty
+    // A side without digits reads as 0, as the profile functions read it: right.
+    REQUIRE_LAYOUT(d, false, w);
+    d.tool.Kill();
+    REQUIRE(WaitFor([&] { return !IsWindow(d.hWndDock); }, 5000));
+    // The host's own next layout takes the whole area again, and it goes on working.
+    MoveWindow(d.hWndFrame, 30, 30, 820, 580, TRUE);
+    CHECK(d.ClientFillsFreeArea());
+    d.host.ClearLog();
+    PostMessageA(d.hWndFrame, WM_COMMAND, 1033, 0);
+    CHECK(d.host.WaitLog("BUILD 1033", 5000));
+}
+
+TEST_CASE(a_host_that_dies_takes_the_assist_window_along_and_the_tool_runs_on)
+{
+    Docked d("dockhostdies");
+    REQUIRE(d.ok);
+    d.host.Kill();
+    // A child would die with the frame; the pop-up of Wine must not linger.
+    CHECK(WaitFor([&] { return !IsWindow(d.hWndDock); }, 5000));
+    CHECK(d.tool.GetProcess().IsRunning());
+    CHECK(d.tool.Exit());
+}
