@@ -5,11 +5,9 @@
 // has gone, closed or killed. Rectangles are read across the processes;
 // screenshots land in the build's artefacts folder.
 #include "Fixture.h"
-#include "HostInput.h"
 #include "IniFile.h"
 #include "Pixels.h"
 #include "TestRunner.h"
-#include "Tray.h"
 
 #include <stdio.h>
 
@@ -183,13 +181,6 @@ bool XDo(const std::string& strArguments, POINT ptEnd)
     return bThere;
 }
 
-POINT Cursor()
-{
-    POINT pt;
-    GetCursorPos(&pt);
-    return pt;
-}
-
 std::string MoveSteps(POINT from, POINT to)
 {
     std::string str;
@@ -210,11 +201,6 @@ bool DragPress(POINT from, POINT to)
 bool Drag(POINT from, POINT to)
 {
     return DragPress(from, to) && XDo("mouseup 1", to);
-}
-
-bool Click(POINT pt)
-{
-    return XDo("mousemove " + std::to_string(pt.x) + " " + std::to_string(pt.y) + " sleep 0.1 click 1", pt);
 }
 
 POINT OnScreen(HWND hWnd, int x, int y)
@@ -255,17 +241,6 @@ void SaveArtefact(const ScreenShot& shot, const char* pszName)
     WriteTextFile(strDir + pszName, strFile);
 }
 
-bool SamePixels(const ScreenShot& a, const ScreenShot& b)
-{
-    if (a.Width() != b.Width() || a.Height() != b.Height())
-        return false;
-    for (int y = 0; y < a.Height(); ++y)
-        for (int x = 0; x < a.Width(); ++x)
-            if (a.Pixel(x, y) != b.Pixel(x, y))
-                return false;
-    return true;
-}
-
 // The splitter edge and the gripper as painted, read off the screen in the
 // Assist Window's client coordinates.
 std::string PaintError(HWND hWndDock, bool bLeft)
@@ -288,37 +263,6 @@ std::string PaintError(HWND hWndDock, bool bLeft)
         shot.Pixel(xMid, 12) != GetSysColor(COLOR_BTNHIGHLIGHT) || shot.Pixel(xMid, 14) != GetSysColor(COLOR_BTNSHADOW))
         return "gripper";
     return std::string();
-}
-
-int CountDarkPixels(const ScreenShot& shot, int x0, int y0, int x1, int y1)
-{
-    int n = 0;
-    for (int y = y0; y < y1; ++y)
-        for (int x = x0; x < x1; ++x)
-        {
-            const COLORREF clr = shot.Pixel(x, y);
-            if (clr != CLR_INVALID && GetRValue(clr) + GetGValue(clr) + GetBValue(clr) < 200)
-                ++n;
-        }
-    return n;
-}
-
-// Opens "&Assist" with Alt+A and counts the dark pixels in the check mark
-// column of "&Assist Window"; -1 when the menu did not open.
-int CheckMarkPixels(Docked& d)
-{
-    SetForegroundWindow(d.hWndFrame);
-    WaitFor([&] { return GetForegroundWindow() == d.hWndFrame; }, 3000);
-    SendKeys({VK_MENU, 'A'});
-    if (!WaitFor([] { return VisibleMenu() != nullptr; }, 3000))
-        return -1;
-    Sleep(200);
-    ScreenShot shot(VisibleMenu());
-    const int n = CountDarkPixels(shot, 2, 2, 18, 18);
-    SendKeys({VK_ESCAPE});
-    SendKeys({VK_ESCAPE});
-    WaitFor([] { return VisibleMenu() == nullptr; }, 3000);
-    return n;
 }
 
 } // namespace
