@@ -2,6 +2,7 @@
 
 #include "CApp.h"
 #include "CCommentDlg.h"
+#include "CProjectDlg.h"
 #include "ProgramLauncher.h"
 #include "QuorvantHook.h"
 
@@ -34,6 +35,16 @@ int CMainFrame::OnCreate(LPCREATESTRUCT lpCreateStruct)
     SetTrayIcon(m_hIconTray, 100u);
     installHook(m_hWnd);
     return 0;
+}
+
+BOOL CMainFrame::OnCmdMsg(UINT nID, int nCode, void* pExtra, void* pHandlerInfo)
+{
+    // The context menus of the Project tree are owned by this frame, so
+    // their update requests and commands arrive here; the page hands them
+    // to its selected node.
+    if (g_pCommandPage && g_pCommandPage->OnCmdMsg(nID, nCode, pExtra, pHandlerInfo))
+        return TRUE;
+    return CTrayIconFrame::OnCmdMsg(nID, nCode, pExtra, pHandlerInfo);
 }
 
 void CMainFrame::OnTrayLButtonDown()

@@ -14,6 +14,10 @@ public:
     CMainFrame();
     ~CMainFrame() override;
 
+    // The Project page that opened a context menu gets its commands and
+    // update requests first (g_pCommandPage); the rest take the frame's way.
+    BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, void* pHandlerInfo) override;
+
 protected:
     void OnTrayLButtonDown() override;
 
