@@ -327,6 +327,20 @@ struct PageFixture
         return nullptr;
     }
 
+    // The screen point at the middle of a node's text, scrolled and unfolded
+    // into view first (groups filled after the page was built start folded:
+    // a node without children does not expand). (-1, -1) when it has none.
+    POINT OnScreen(HTREEITEM hItem) const
+    {
+        TreeView_EnsureVisible(hWndTree, hItem);
+        RECT rc = {};
+        if (!hItem || !TreeView_GetItemRect(hWndTree, hItem, &rc, TRUE))
+            return POINT{-1, -1};
+        POINT pt = {(rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2};
+        ClientToScreen(hWndTree, &pt);
+        return pt;
+    }
+
     // Waits for a line in the host's log, handling this program's messages
     // meanwhile (the host sends it records while the hook is in).
     bool WaitLog(const std::string& strLine, DWORD dwTimeoutMs = 5000, int nCount = 1)
@@ -825,10 +839,9 @@ TEST_CASE(right_click_selects_the_node_and_opens_its_menu_at_the_mouse)
     REQUIRE(hUtil != nullptr);
     TreeView_SelectItem(f.hWndTree, f.pPage->m_cursorProject.GetHandle());
 
-    RECT rc = {};
-    TreeView_GetItemRect(f.hWndTree, hUtil, &rc, TRUE);
-    POINT pt = {(rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2};
-    ClientToScreen(f.hWndTree, &pt);
+    const POINT pt = f.OnScreen(hUtil);
+    REQUIRE(pt.x >= 0);
+    PumpFor(100);
     SetForegroundWindow(f.pDock->m_hWnd);
     f.pFrame->m_popup.clear();
     f.pFrame->m_fnInMenu = [] { SendKeys({VK_ESCAPE}); };
@@ -886,10 +899,9 @@ TEST_CASE(double_click_and_enter_open_files_and_views)
     f.pPage->UpdateData(FALSE);
 
     auto dblclk = [&](HTREEITEM hItem) {
-        RECT rc = {};
-        TreeView_GetItemRect(f.hWndTree, hItem, &rc, TRUE);
-        POINT pt = {(rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2};
-        ClientToScreen(f.hWndTree, &pt);
+        const POINT pt = f.OnScreen(hItem);
+        CHECK(pt.x >= 0);
+        PumpFor(100);
         SetForegroundWindow(f.pDock->m_hWnd);
         ClickAt(pt, MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
         INPUT inputs[2] = {};
