@@ -460,7 +460,9 @@ TEST_CASE(ViewNodeOpensClosedViewsAndBringsOpenOnesForward)
     // at (0, 0) of its text.
     std::vector<std::string> lines = bench.Reaching([&] { pStack->Open(); });
     CHECK_EQ(Join(Without(lines, "ACTIVATE ")), std::string("LBUTTONDOWN Stack Window 0,0 | LBUTTONUP Stack Window 0,0"));
+    // Brought to the top before the click, not by it.
     CHECK(IndexOf(lines, "ACTIVATE Stack Window") >= 0);
+    CHECK(IndexOf(lines, "ACTIVATE Stack Window") < IndexOf(lines, "LBUTTONDOWN Stack Window 0,0"));
     CHECK(bench.Children()[0] == hWndStack);
 
     // A closed view is opened with its row's command, by Open and by Enter.
