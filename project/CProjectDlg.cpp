@@ -116,8 +116,6 @@ CProjectDlg::~CProjectDlg()
 {
     // The lists delete the records; the tree window is gone already, so
     // their nodes are not touched (m_bDeleteTreeItems stays FALSE).
-    if (g_pCommandPage == this)
-        g_pCommandPage = nullptr;
 }
 
 void CProjectDlg::OnInitPage()
