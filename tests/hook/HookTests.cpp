@@ -495,7 +495,8 @@ TEST_CASE(a_posted_ctrl_enter_is_reported_from_the_window_procedure)
     CHECK(s.host.WaitLog("KEYDOWN " + s.File("a.c") + " 17 ctrl=1", 5000));
     PostMessageA(hWndEditor, WM_KEYDOWN, VK_RETURN, 0x001C0001);
     PostMessageA(hWndEditor, WM_KEYDOWN, 'X', 0x002D0001);
-    PostMessageA(hWndEditor, WM_MOUSEWHEEL, kWheelUp, 0);
+    // A notch made with Ctrl held says so itself, as real wheel input does.
+    PostMessageA(hWndEditor, WM_MOUSEWHEEL, MAKEWPARAM(MK_CONTROL, 120), 0);
     REQUIRE(Drain(s.host, hWndEditor));
     SendKey(VK_CONTROL, true);
     CHECK_EQ(s.tool.Count("AFTER", hWndEditor, WM_KEYDOWN), 1);
@@ -511,6 +512,18 @@ TEST_CASE(a_posted_ctrl_enter_is_reported_from_the_window_procedure)
     PostMessageA(hWndEditor, WM_KEYDOWN, VK_RETURN, 0x001C0001);
     REQUIRE(Drain(s.host, hWndEditor));
     CHECK_EQ(s.tool.Count("AFTER", hWndEditor, WM_KEYDOWN), 1);
+    // A mouse message's own keys count, not the keys at the time the host
+    // takes it from its queue: Ctrl is up by now.
+    PostMessageA(hWndEditor, WM_MOUSEWHEEL, MAKEWPARAM(MK_CONTROL, 120), 0);
+    PostMessageA(hWndEditor, WM_MOUSEWHEEL, kWheelUp, 0);
+    REQUIRE(Drain(s.host, hWndEditor));
+    std::vector<unsigned> flags;
+    for (const Record& record : s.tool.Records())
+        if (record.hWnd == hWndEditor && record.nMessage == WM_MOUSEWHEEL)
+            flags.push_back(record.nFlags);
+    REQUIRE(flags.size() == 3u);
+    CHECK_EQ(flags[1], static_cast<unsigned>(HOOK_FLAG_CONTROL));
+    CHECK_EQ(flags[2], 0u);
 }
 
 TEST_CASE(uninstall_reports_every_window_gone_and_a_new_tool_enters_again)
