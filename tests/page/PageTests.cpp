@@ -986,6 +986,16 @@ TEST_CASE(screenshot_of_a_sample_project)
     RedrawWindow(f.pDock->m_hWnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
     PumpFor(200);
 
+    // The tree fills the page but for two pixels at the bottom.
+    RECT rcPage = {}, rcTree = {};
+    GetClientRect(f.pPage->m_hWnd, &rcPage);
+    GetWindowRect(f.hWndTree, &rcTree);
+    MapWindowPoints(nullptr, f.pPage->m_hWnd, reinterpret_cast<POINT*>(&rcTree), 2);
+    CHECK_EQ(rcTree.left, 0L);
+    CHECK_EQ(rcTree.top, 0L);
+    CHECK_EQ(rcTree.right, rcPage.right);
+    CHECK_EQ(rcTree.bottom, rcPage.bottom - 2);
+
     ScreenShot shot(f.pDock->m_hWnd);
     REQUIRE(shot.IsValid());
     // The tree shows pictures: more than the window's and the text's colours.
@@ -1020,4 +1030,74 @@ TEST_CASE(screenshot_of_a_sample_project)
     strFile.append(reinterpret_cast<const char*>(&bih), sizeof(bih));
     strFile += strBits;
     CHECK(WriteTextFile(strDir + "project-tree.bmp", strFile));
+}
+
+namespace
+{
+// The real tool's Assist Window beside the host: a child of the host frame
+// on Windows, a pop-up that the frame owns under Wine.
+struct TreeSearch
+{
+    HWND hWndFrame;
+    HWND hWndTree;
+};
+
+BOOL CALLBACK FindTreeChild(HWND hWnd, LPARAM lParam)
+{
+    char szClass[32] = "";
+    GetClassNameA(hWnd, szClass, sizeof(szClass));
+    if (lstrcmpA(szClass, WC_TREEVIEWA) != 0)
+        return TRUE;
+    reinterpret_cast<TreeSearch*>(lParam)->hWndTree = hWnd;
+    return FALSE;
+}
+
+BOOL CALLBACK FindTreeInOwned(HWND hWnd, LPARAM lParam)
+{
+    TreeSearch* p = reinterpret_cast<TreeSearch*>(lParam);
+    if (GetWindow(hWnd, GW_OWNER) == p->hWndFrame)
+        EnumChildWindows(hWnd, FindTreeChild, lParam);
+    return p->hWndTree == nullptr;
+}
+
+HWND FindToolTree(HWND hWndFrame)
+{
+    TreeSearch search = {hWndFrame, nullptr};
+    EnumWindows(FindTreeInOwned, reinterpret_cast<LPARAM>(&search));
+    if (!search.hWndTree)
+        EnumChildWindows(hWndFrame, FindTreeChild, reinterpret_cast<LPARAM>(&search));
+    return search.hWndTree;
+}
+} // namespace
+
+// The whole way in the real tool: the page inside its Assist Window opens a
+// popup owned by the tool's main frame, whose command routing brings the
+// chosen command back to the page and its selected node.
+TEST_CASE(real_tool_routes_a_context_menu_command_through_its_main_frame)
+{
+    const std::string strProjectDir = MakeScratchDir("e2eproj");
+    TouchFile(strProjectDir + "main.asm");
+    TouchFile(strProjectDir + "defs.inc");
+    HostAndTool ht("e2e", "/project \"" + strProjectDir + "demo.mcp\"");
+    REQUIRE(ht.ok);
+    HWND hWndFrame = ht.host.Frame();
+    HWND hWndTree = nullptr;
+    REQUIRE(WaitFor([&] { return (hWndTree = FindToolTree(hWndFrame)) != nullptr; }, 10000));
+    // The fixed nodes and both files.
+    CHECK(WaitFor([&] { return SendMessageA(hWndTree, TVM_GETCOUNT, 0, 0) == 17; }, 5000));
+
+    // The root's row: its text after the button column and the picture.
+    const int nHeight = static_cast<int>(SendMessageA(hWndTree, TVM_GETITEMHEIGHT, 0, 0));
+    const int nIndent = static_cast<int>(SendMessageA(hWndTree, TVM_GETINDENT, 0, 0));
+    POINT pt = {nIndent + 16 + 12, nHeight / 2};
+    ClientToScreen(hWndTree, &pt);
+    ht.host.ClearLog();
+    ClickAt(pt, MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP);
+    REQUIRE(WaitFor([] { return VisibleMenu() != nullptr; }, 5000));
+    DWORD dwMenuProcess = 0;
+    GetWindowThreadProcessId(VisibleMenu(), &dwMenuProcess);
+    CHECK_EQ(dwMenuProcess, ht.tool.GetProcess().Id());
+    SendKeys({'B'}); // "&Build", enabled with a project open
+    CHECK(ht.host.WaitLog("BUILD 1033", 5000));
+    CHECK(WaitFor([] { return VisibleMenu() == nullptr; }, 5000));
 }
