@@ -29,6 +29,8 @@
 #include <string>
 #include <vector>
 
+#include "Fixture.h"
+
 namespace
 {
 const int kSends = 200000;
@@ -81,29 +83,6 @@ void Pump(DWORD dwMs)
     }
 }
 
-std::string ExeDir()
-{
-    char szPath[MAX_PATH] = {};
-    GetModuleFileNameA(nullptr, szPath, MAX_PATH);
-    std::string strPath(szPath);
-    return strPath.substr(0, strPath.find_last_of('\\') + 1);
-}
-
-std::string ReadWholeFile(const std::string& strPath)
-{
-    HANDLE hFile = CreateFileA(strPath.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                               nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (hFile == INVALID_HANDLE_VALUE)
-        return std::string();
-    std::string strText;
-    char buffer[4096];
-    DWORD dwRead = 0;
-    while (ReadFile(hFile, buffer, sizeof(buffer), &dwRead, nullptr) && dwRead > 0)
-        strText.append(buffer, dwRead);
-    CloseHandle(hFile);
-    return strText;
-}
-
 int CountLines(const std::string& strText, const char* pszStart)
 {
     int nCount = 0;
@@ -118,6 +97,27 @@ int CountLines(const std::string& strText, const char* pszStart)
     return nCount;
 }
 
+// The checks of a run, each printed as it is made; the closing line counts
+// the run as one case.
+class Checks
+{
+public:
+    void operator()(bool bCondition, const char* pszWhat)
+    {
+        printf("  %s %s\n", bCondition ? "ok  " : "FAIL", pszWhat);
+        m_nFailed += bCondition ? 0 : 1;
+    }
+    int Finish() const
+    {
+        printf("%d passed, %d failed\n", m_nFailed ? 0 : 1, m_nFailed ? 1 : 0);
+        fflush(stdout);
+        return m_nFailed ? 1 : 0;
+    }
+
+private:
+    int m_nFailed = 0;
+};
+
 class BenchHost
 {
 public:
@@ -130,7 +130,7 @@ public:
     void StopTool();
     // The fake tool ends without a word, as when it is killed.
     void KillTool();
-    std::string ToolLog() const { return ReadWholeFile(m_strLog); }
+    std::string ToolLog() const { return qt::ReadTextFile(m_strLog); }
     HWND Frame() const { return m_hWndFrame; }
     HWND Child() const { return m_hWndChild; }
     HWND Plain() const { return m_hWndPlain; }
@@ -142,6 +142,7 @@ private:
     HWND m_hWndChild = nullptr;
     HWND m_hWndPlain = nullptr;
     PROCESS_INFORMATION m_tool = {};
+    std::string m_strDir; // scratch folder of the fake tool's log
     std::string m_strLog;
 };
 
@@ -198,11 +199,11 @@ bool BenchHost::StartTool()
 
 bool BenchHost::LaunchTool()
 {
-    char szTemp[MAX_PATH] = {};
-    GetTempPathA(MAX_PATH, szTemp);
-    m_strLog = std::string(szTemp) + "qv-hookbench-" + std::to_string(GetCurrentProcessId()) + ".log";
+    if (m_strDir.empty())
+        m_strDir = qt::MakeScratchDir("hookbench");
+    m_strLog = m_strDir + "tool.log";
     DeleteFileA(m_strLog.c_str());
-    std::string strCommand = "\"" + ExeDir() + "FAKETOOL.exe\" /log \"" + m_strLog + "\"";
+    std::string strCommand = "\"" + qt::ExeDir() + "FAKETOOL.exe\" /log \"" + m_strLog + "\"";
     STARTUPINFOA si = {};
     si.cb = sizeof(si);
     return CreateProcessA(nullptr, &strCommand[0], nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &m_tool) != 0;
@@ -240,40 +241,35 @@ BenchHost::~BenchHost()
     StopTool();
     if (!m_strLog.empty())
         DeleteFileA(m_strLog.c_str());
+    if (!m_strDir.empty())
+        RemoveDirectoryA(m_strDir.c_str());
     if (m_hWndFrame)
         DestroyWindow(m_hWndFrame);
 }
 
-// Microseconds per sent message: a direct call of the window procedure
-// chain, since sender and window share the thread.
-double TimeSends(HWND hWnd, UINT uMsg)
+// Microseconds per message, nSends of them sent to hWnd: a direct call of
+// the window procedure chain, since sender and window share the thread.
+double MicrosPerSend(HWND hWnd, UINT uMsg, WPARAM wParam, int nSends)
 {
     const double dStart = Now();
-    for (int i = 0; i < kSends; ++i)
-        SendMessageA(hWnd, uMsg, 0, 0);
-    return (Now() - dStart) * 1e6 / kSends;
+    for (int i = 0; i < nSends; ++i)
+        SendMessageA(hWnd, uMsg, wParam, 0);
+    return (Now() - dStart) * 1e6 / nSends;
 }
 
-// Microseconds per posted message, taken from the queue and dispatched.
-double TimePosts(HWND hWnd)
+// Microseconds per message, nPosts of them posted to hWnd, each taken from
+// the queue and dispatched.
+double MicrosPerPost(HWND hWnd, UINT uMsg, int nPosts)
 {
     const double dStart = Now();
     MSG msg;
-    for (int i = 0; i < kPosts; ++i)
+    for (int i = 0; i < nPosts; ++i)
     {
-        PostMessageA(hWnd, WM_USER + 7, 0, 0);
+        PostMessageA(hWnd, uMsg, 0, 0);
         while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE))
             DispatchMessageA(&msg);
     }
-    return (Now() - dStart) * 1e6 / kPosts;
-}
-
-double TimeWheels(HWND hWnd)
-{
-    const double dStart = Now();
-    for (int i = 0; i < kWheels; ++i)
-        SendMessageA(hWnd, WM_MOUSEWHEEL, MAKEWPARAM(0, 120), 0);
-    return (Now() - dStart) * 1e6 / kWheels;
+    return (Now() - dStart) * 1e6 / nPosts;
 }
 
 // Microseconds to create and destroy a child window that nobody watches.
@@ -298,10 +294,10 @@ struct Timings
 Timings Measure(const BenchHost& host)
 {
     Timings timings;
-    timings.dWatched = TimeSends(host.Child(), WM_USER + 5);
-    timings.dUnwatched = TimeSends(host.Plain(), WM_USER + 5);
-    timings.dPosted = TimePosts(host.Child());
-    timings.dWheel = TimeWheels(host.Child());
+    timings.dWatched = MicrosPerSend(host.Child(), WM_USER + 5, 0, kSends);
+    timings.dUnwatched = MicrosPerSend(host.Plain(), WM_USER + 5, 0, kSends);
+    timings.dPosted = MicrosPerPost(host.Child(), WM_USER + 7, kPosts);
+    timings.dWheel = MicrosPerSend(host.Child(), WM_MOUSEWHEEL, MAKEWPARAM(0, 120), kWheels);
     timings.dCreation = TimeCreations(host.Frame());
     return timings;
 }
@@ -341,11 +337,7 @@ int RunBench(bool bStrict)
 
 int RunCapacity()
 {
-    int nFailed = 0;
-    auto check = [&](bool bCondition, const char* pszWhat) {
-        printf("  %s %s\n", bCondition ? "ok  " : "FAIL", pszWhat);
-        nFailed += bCondition ? 0 : 1;
-    };
+    Checks check;
     BenchHost host;
     if (!host.Create())
         return 2;
@@ -385,17 +377,11 @@ int RunCapacity()
     const std::string strLog = host.ToolLog();
     check(CountLines(strLog, "CREATE") == CountLines(strLog, "DESTROY"), "every reported window reported gone at the end");
     check(CountLines(strLog, "EXIT 0") == 1, "the tool ended with nothing left");
-    printf("%d passed, %d failed\n", nFailed ? 0 : 1, nFailed ? 1 : 0);
-    fflush(stdout);
-    return nFailed ? 1 : 0;
+    return check.Finish();
 }
 int RunToolGone()
 {
-    int nFailed = 0;
-    auto check = [&](bool bCondition, const char* pszWhat) {
-        printf("  %s %s\n", bCondition ? "ok  " : "FAIL", pszWhat);
-        nFailed += bCondition ? 0 : 1;
-    };
+    Checks check;
     BenchHost host;
     if (!host.Create())
         return 2;
@@ -411,9 +397,7 @@ int RunToolGone()
     check(GetWindowLongPtrA(host.Child(), GWLP_WNDPROC) == lOwnProc, "our own procedure is back in our window");
     // Nothing left of the library on our messages, and a new tool enters again.
     check(host.StartTool(), "entered again by a new tool");
-    printf("%d passed, %d failed\n", nFailed ? 0 : 1, nFailed ? 1 : 0);
-    fflush(stdout);
-    return nFailed ? 1 : 0;
+    return check.Finish();
 }
 
 // Messages the tool does not act on, as a host gets them all the time.
@@ -435,25 +419,18 @@ struct Stream
 
 double SendQuiet(HWND hWnd)
 {
-    const double dStart = Now();
+    double dSum = 0;
     for (UINT uMsg : kQuietMessages)
-        for (int i = 0; i < kQuietSends; ++i)
-            SendMessageA(hWnd, uMsg, 0, 0);
-    return (Now() - dStart) * 1e6 / (kQuietSends * 3);
+        dSum += MicrosPerSend(hWnd, uMsg, 0, kQuietSends);
+    return dSum / 3;
 }
 
 double PostQuiet(HWND hWnd)
 {
-    const double dStart = Now();
-    MSG msg;
+    double dSum = 0;
     for (UINT uMsg : kQuietMessages)
-        for (int i = 0; i < kQuietPosts; ++i)
-        {
-            PostMessageA(hWnd, uMsg, 0, 0);
-            while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE))
-                DispatchMessageA(&msg);
-        }
-    return (Now() - dStart) * 1e6 / (kQuietPosts * 3);
+        dSum += MicrosPerPost(hWnd, uMsg, kQuietPosts);
+    return dSum / 3;
 }
 
 // One block of the stream: watched and unwatched in turn, so that the
@@ -517,13 +494,7 @@ std::vector<double> PerMessage(HWND hWnd)
 {
     std::vector<double> times;
     for (UINT uMsg : kAllQuietMessages)
-    {
-        const int nSends = uMsg == WM_SETCURSOR ? 200 : 20000;
-        const double dStart = Now();
-        for (int i = 0; i < nSends; ++i)
-            SendMessageA(hWnd, uMsg, 0, 0);
-        times.push_back((Now() - dStart) * 1e6 / nSends);
-    }
+        times.push_back(MicrosPerSend(hWnd, uMsg, 0, uMsg == WM_SETCURSOR ? 200 : 20000));
     return times;
 }
 
