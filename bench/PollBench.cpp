@@ -279,9 +279,10 @@ void RunMemory(const FakeHost& host)
     for (int i = 0; i < 500; ++i)
         poll(i);
     sample(ws1, priv1);
+    auto kb = [](SIZE_T n) { return static_cast<unsigned>(n / 1024); };
     printf("memory over 1,000 polls of a 1,000-file project (a file added and removed every poll): working set "
-           "%zu KB -> %zu KB -> %zu KB, private %zu KB -> %zu KB -> %zu KB\n",
-           ws0 / 1024, wsMid / 1024, ws1 / 1024, priv0 / 1024, privMid / 1024, priv1 / 1024);
+           "%u KB -> %u KB -> %u KB, private %u KB -> %u KB -> %u KB\n",
+           kb(ws0), kb(wsMid), kb(ws1), kb(priv0), kb(privMid), kb(priv1));
     fflush(stdout);
     pPage->DestroyWindow();
 }
