@@ -253,10 +253,30 @@ void CDockBar::SyncPopup()
     CRect rectNow;
     GetWindowRect(&rectNow);
     const BOOL bWasVisible = IsWindowVisible();
-    if (bWasVisible && rect == rectNow)
+    if (!bWasVisible || rect != rectNow)
+        SetWindowPos(nullptr, rect.left, rect.top, rect.Width(), rect.Height(),
+                     SWP_NOZORDER | SWP_NOACTIVATE | (bWasVisible ? 0 : SWP_SHOWWINDOW));
+    KeepAboveHost();
+}
+
+void CDockBar::KeepAboveHost()
+{
+    // Wine: an owned window of another process is not kept above its owner.
+    // Seen after the frame was restored from the task bar: the frame came
+    // back on top of the pop-up, WindowFromPoint over the gripper gave the
+    // frame, and the X server sent the gripper drag to the frame too. The
+    // pop-up is put back right above the frame, never above the windows that
+    // cover the frame.
+    if (!m_hWnd || !IsWindowVisible() || !::IsWindow(m_hWndHost))
         return;
-    SetWindowPos(nullptr, rect.left, rect.top, rect.Width(), rect.Height(),
-                 SWP_NOZORDER | SWP_NOACTIVATE | (bWasVisible ? 0 : SWP_SHOWWINDOW));
+    HWND hWndAbove = ::GetWindow(m_hWndHost, GW_HWNDPREV);
+    for (HWND hWnd = hWndAbove; hWnd; hWnd = ::GetWindow(hWnd, GW_HWNDPREV))
+    {
+        if (hWnd == m_hWnd)
+            return; // above the frame already
+    }
+    SetWindowPos(hWndAbove ? hWndAbove : HWND_TOP, 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
 }
 
 void CDockBar::SetSize(int cx, int cy)
@@ -602,6 +622,10 @@ void CDockBar::OnTimer(UINT_PTR nIDEvent)
         DestroyWindow(); // the object is gone after this
         return;
     }
+    // Wine: the frame's z-order changes are not reported (they come by the
+    // dozen); one that put the frame over the pop-up is undone here.
+    if (nIDEvent == kOwnerTimer)
+        KeepAboveHost();
     Default();
 }
 

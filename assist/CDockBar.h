@@ -100,6 +100,7 @@ protected:
     void SetSize(int cx, int cy);
     void CreatePopup();
     void SyncPopup();
+    void KeepAboveHost();
 
     DECLARE_MESSAGE_MAP()
 };

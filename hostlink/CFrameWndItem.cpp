@@ -127,6 +127,9 @@ void CFrameWndItem::OnHookMessageDone(const HookRecord* pRecord)
     case WM_ACTIVATEAPP:
         if (ToolBarChanged())
             MeasureLayout();
+        // Wine: the frame came to the front; its pop-up goes along.
+        if (pDockBar)
+            pDockBar->FollowHost();
         break;
     case WM_MOVE:
     case WM_WINDOWPOSCHANGED:

@@ -21,26 +21,29 @@ const UINT kLogMenuBar = 1196;
 
 // The tool's Assist Window in the host frame: a child of the frame on
 // Windows, a pop-up owned by it under Wine.
+struct DockSearch
+{
+    HWND hWndFrame;
+    HWND hWndFound;
+};
+
+BOOL CALLBACK FindOwnedDialog(HWND hWnd, LPARAM lParam)
+{
+    DockSearch* p = reinterpret_cast<DockSearch*>(lParam);
+    char szClass[16] = "";
+    GetClassNameA(hWnd, szClass, sizeof(szClass));
+    if (GetWindow(hWnd, GW_OWNER) == p->hWndFrame && lstrcmpA(szClass, "#32770") == 0)
+    {
+        p->hWndFound = hWnd;
+        return FALSE;
+    }
+    return TRUE;
+}
+
 HWND FindDockBar(HWND hWndFrame)
 {
-    struct Search
-    {
-        HWND hWndFrame;
-        HWND hWndFound;
-    } search = {hWndFrame, nullptr};
-    EnumWindows(
-        [](HWND hWnd, LPARAM lParam) -> BOOL {
-            Search* p = reinterpret_cast<Search*>(lParam);
-            char szClass[16] = "";
-            GetClassNameA(hWnd, szClass, sizeof(szClass));
-            if (GetWindow(hWnd, GW_OWNER) == p->hWndFrame && lstrcmpA(szClass, "#32770") == 0)
-            {
-                p->hWndFound = hWnd;
-                return FALSE;
-            }
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&search));
+    DockSearch search = {hWndFrame, nullptr};
+    EnumWindows(FindOwnedDialog, reinterpret_cast<LPARAM>(&search));
     return search.hWndFound ? search.hWndFound : FindWindowExA(hWndFrame, nullptr, "#32770", nullptr);
 }
 
@@ -120,6 +123,27 @@ struct Docked : HostAndTool
     bool WaitLayout(bool bLeft, int nWidth, DWORD dwTimeoutMs = 5000) const
     {
         return WaitFor([&] { return LayoutError(bLeft, nWidth).empty(); }, dwTimeoutMs);
+    }
+    // The layout holds and the frame has not moved for 400 ms. Wine: after a
+    // restore the host frame may jump back to its maximised rectangle for a
+    // moment (seen: not zoomed, at -4,-4,1284,804) and then return; a point
+    // taken for the mouse in that moment lies outside the Assist Window.
+    bool WaitSettled(bool bLeft, int nWidth) const
+    {
+        RECT last = {};
+        DWORD dwSince = GetTickCount();
+        return WaitFor(
+            [&] {
+                RECT now = {};
+                GetWindowRect(hWndFrame, &now);
+                if (!SameRect(now, last) || !LayoutError(bLeft, nWidth).empty())
+                {
+                    last = now;
+                    dwSince = GetTickCount();
+                }
+                return GetTickCount() - dwSince >= 400;
+            },
+            8000);
     }
     int DockWidth() const
     {
@@ -267,6 +291,24 @@ std::string PaintError(HWND hWndDock, bool bLeft)
 
 } // namespace
 
+// Maximise, minimise and restore the frame, checking the layout after each.
+void CycleFrameStates(Docked& d, bool bLeft, int w)
+{
+    PostMessageA(d.hWndFrame, WM_SYSCOMMAND, SC_MAXIMIZE, 0);
+    REQUIRE(WaitFor([&] { return IsZoomed(d.hWndFrame) != FALSE; }, 5000));
+    REQUIRE_LAYOUT(d, bLeft, w);
+
+    PostMessageA(d.hWndFrame, WM_SYSCOMMAND, SC_MINIMIZE, 0);
+    REQUIRE(WaitFor([&] { return IsIconic(d.hWndFrame) != FALSE; }, 5000));
+    CHECK(WaitFor([&] { return !IsWindowVisible(d.hWndDock); }, 3000)); // gone with the frame
+    PostMessageA(d.hWndFrame, WM_SYSCOMMAND, SC_RESTORE, 0);
+    REQUIRE(WaitFor([&] { return !IsIconic(d.hWndFrame); }, 5000));
+    REQUIRE_LAYOUT(d, bLeft, w);
+    PostMessageA(d.hWndFrame, WM_SYSCOMMAND, SC_RESTORE, 0);
+    REQUIRE(WaitFor([&] { return !IsZoomed(d.hWndFrame); }, 5000));
+    REQUIRE_LAYOUT(d, bLeft, w);
+}
+
 TEST_CASE(docked_left_then_right_fills_the_free_area_through_every_frame_change)
 {
     Docked d("docklayout");
@@ -280,11 +322,24 @@ TEST_CASE(docked_left_then_right_fills_the_free_area_through_every_frame_change)
         SaveArtefact(shot, "dock-left.bmp");
     }
 
-    // The gripper dragged across to the right edge: docked right.
+    // The host lays out on every size change; the Assist Window follows.
+    MoveWindow(d.hWndFrame, 40, 30, 760, 520, TRUE);
+    REQUIRE_LAYOUT(d, true, w);
+    MoveWindow(d.hWndFrame, 10, 10, 1100, 700, TRUE);
+    REQUIRE_LAYOUT(d, true, w);
+    // Moved without a size change: the Assist Window goes along.
+    SetWindowPos(d.hWndFrame, nullptr, 120, 60, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    REQUIRE_LAYOUT(d, true, w);
+    CycleFrameStates(d, true, w);
+    if (qt::CurrentFailed())
+        return;
+
+    // After all that, the gripper dragged across to the right edge: docked right.
+    REQUIRE(d.WaitSettled(true, w));
     RECT rcFrame;
     GetWindowRect(d.hWndFrame, &rcFrame);
     const POINT ptGripper = OnScreen(d.hWndDock, w / 2, 12);
-    // Above the frame it lies on, after all that, and so takes the click.
+    // Above the frame it lies on, and so takes the click.
     CHECK(GetAncestor(WindowFromPoint(ptGripper), GA_ROOT) == d.hWndDock);
     REQUIRE(Drag(ptGripper, POINT{rcFrame.right - 20, rcFrame.top + 200}));
     REQUIRE_LAYOUT(d, false, w);
@@ -294,32 +349,9 @@ TEST_CASE(docked_left_then_right_fills_the_free_area_through_every_frame_change)
         ScreenShot shot(d.hWndFrame);
         SaveArtefact(shot, "dock-right.bmp");
     }
-    // The host lays out on every size change; the Assist Window follows.
     MoveWindow(d.hWndFrame, 40, 30, 760, 520, TRUE);
     REQUIRE_LAYOUT(d, false, w);
-    MoveWindow(d.hWndFrame, 10, 10, 1100, 700, TRUE);
-    REQUIRE_LAYOUT(d, false, w);
-
-    // Moved without a size change: the Assist Window goes along.
-    SetWindowPos(d.hWndFrame, nullptr, 120, 60, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-    REQUIRE_LAYOUT(d, false, w);
-
-    PostMessageA(d.hWndFrame, WM_SYSCOMMAND, SC_MAXIMIZE, 0);
-    REQUIRE(WaitFor([&] { return IsZoomed(d.hWndFrame) != FALSE; }, 5000));
-    REQUIRE_LAYOUT(d, false, w);
-
-    PostMessageA(d.hWndFrame, WM_SYSCOMMAND, SC_MINIMIZE, 0);
-    REQUIRE(WaitFor([&] { return IsIconic(d.hWndFrame) != FALSE; }, 5000));
-    CHECK(WaitFor([&] { return !IsWindowVisible(d.hWndDock); }, 3000)); // gone with the frame
-    PostMessageA(d.hWndFrame, WM_SYSCOMMAND, SC_RESTORE, 0);
-    REQUIRE(WaitFor([&] { return !IsIconic(d.hWndFrame); }, 5000));
-    REQUIRE_LAYOUT(d, false, w);
-    PostMessageA(d.hWndFrame, WM_SYSCOMMAND, SC_RESTORE, 0);
-    REQUIRE(WaitFor([&] { return !IsZoomed(d.hWndFrame); }, 5000));
-    REQUIRE_LAYOUT(d, false, w);
-
-    MoveWindow(d.hWndFrame, 30, 30, 800, 560, TRUE);
-    REQUIRE_LAYOUT(d, false, w);
+    CycleFrameStates(d, false, w);
 }
 
 TEST_CASE(exit_gives_the_host_its_area_and_menu_back_and_the_next_start_keeps_width_and_side)
