@@ -29,6 +29,7 @@ namespace
 const UINT_PTR kRefreshTimer = 1001;
 const UINT kRefreshPeriod = 500;  // ms
 const int kTimerRequests = 100;
+const int kPollsPerSearch = 10;   // an unchanged directory is searched every tenth poll
 const int kTitleBuffer = 1024;
 
 const int kImageSourceFile = 9;
@@ -261,6 +262,14 @@ void CProjectDlg::FillGroup(CTreeItems& group, CTreeCursor cursorGroup, LPCSTR l
     // that found nothing new does not sort.
     if (bAdded)
         cursorGroup.SortChildren();
+
+    // The groups are unfolded when the tree is built, but a node without
+    // children does not unfold, and the files come only later: a group is
+    // unfolded when it gets its first files, unless the user has unfolded
+    // (and maybe folded) it already.
+    if (bAdded && nOld == 0 &&
+        !(TreeView_GetItemState(m_tree.m_hWnd, cursorGroup.GetHandle(), TVIS_EXPANDEDONCE) & TVIS_EXPANDEDONCE))
+        cursorGroup.Expand(TVE_EXPAND);
 }
 
 CTreeItem* CProjectDlg::GetSelectedItem() const
@@ -281,9 +290,41 @@ void CProjectDlg::OnSize(UINT nType, int cx, int cy)
 void CProjectDlg::OnTimer(UINT_PTR nIDEvent)
 {
     // Without a project the page waits for the host frame's title to change.
-    if (nIDEvent == m_nTimer && !m_strProject.IsEmpty())
+    if (nIDEvent == m_nTimer && !m_strProject.IsEmpty() && !IsDirectoryUnchanged())
         UpdateData(FALSE);
     CDockPage::OnTimer(nIDEvent);
+}
+
+BOOL CProjectDlg::IsDirectoryUnchanged()
+{
+    // Searching the directory once per pattern twice a second costs about
+    // 2% of a core under Wine for 1,000 files, all day long, while the list
+    // can only change when a file is created, deleted or renamed, which
+    // changes the directory's last-write time (a read of 8 us). So a poll
+    // that finds the time unchanged is skipped. Every tenth poll searches
+    // all the same: a file whose archive attribute alone changed, and file
+    // systems that keep no directory times (FAT), are then seen within five
+    // seconds instead of half a second.
+    const CString strDirectory = GetDirectoryOfPath(m_strProject);
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    CString strQuery = strDirectory;
+    if (strQuery.GetLength() > 3 && strQuery.GetAt(strQuery.GetLength() - 1) == '\\')
+        strQuery = strQuery.Left(strQuery.GetLength() - 1);
+    if (strDirectory.IsEmpty() || !GetFileAttributesExA(strQuery, GetFileExInfoStandard, &data))
+    {
+        m_strPolledDirectory.Empty();
+        return FALSE;
+    }
+    if (m_nSkippedPolls < kPollsPerSearch - 1 && m_strPolledDirectory == strDirectory &&
+        CompareFileTime(&m_ftPolledDirectory, &data.ftLastWriteTime) == 0)
+    {
+        ++m_nSkippedPolls;
+        return TRUE;
+    }
+    m_strPolledDirectory = strDirectory;
+    m_ftPolledDirectory = data.ftLastWriteTime;
+    m_nSkippedPolls = 0;
+    return FALSE;
 }
 
 void CProjectDlg::OnDestroy()

@@ -40,6 +40,11 @@ public:
     CTreeItems m_windows;     // the ten view records, then Watch
     CImages m_images;
     UINT_PTR m_nTimer = 0;    // the refresh timer; 0 when there is none
+    // What the last refresh by the timer saw, so that a poll of a directory
+    // that has not changed since can be skipped (see OnTimer).
+    CString m_strPolledDirectory;
+    FILETIME m_ftPolledDirectory = {0, 0};
+    int m_nSkippedPolls = 0;
 
     // The record of the selected node, or NULL.
     CTreeItem* GetSelectedItem() const;
@@ -62,6 +67,9 @@ protected:
 
     void OnSize(UINT nType, int cx, int cy);
     void OnTimer(UINT_PTR nIDEvent);
+    // TRUE when the project directory's last-write time is what the last
+    // searching poll saw, and that poll is recent enough to stand in for one.
+    BOOL IsDirectoryUnchanged();
     void OnDestroy();
     void OnContextMenu(CWnd* pWnd, CPoint point);
     void OnDblClkTree(NMHDR* pNMHDR, LRESULT* pResult);

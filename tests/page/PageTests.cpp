@@ -452,6 +452,12 @@ TEST_CASE(tree_follows_the_host_title)
     CHECK_EQ(Join(f.Sources()), std::string("main.asm,util.c"));
     CHECK_EQ(Join(f.Headers()), std::string("defs.inc"));
     CHECK(std::string(f.pPage->m_strProject) == f.Project());
+    // The groups unfold when their first files come: empty, they could not.
+    const auto expanded = [&f](const CTreeCursor& cursor) {
+        return (TreeView_GetItemState(f.hWndTree, cursor.GetHandle(), TVIS_EXPANDED) & TVIS_EXPANDED) != 0;
+    };
+    CHECK(expanded(f.pPage->m_cursorSourceFiles));
+    CHECK(expanded(f.pPage->m_cursorHeaderFiles));
 
     // Only the case differs: the stored path and the node text stay.
     std::string strUpper = f.Project();
@@ -473,6 +479,8 @@ TEST_CASE(tree_follows_the_host_title)
     CreateDirectoryA(strOther.c_str(), nullptr);
     TouchFile(strOther + "boot.asm");
     TouchFile(strOther + "io.h");
+    // The user folds Source Files: it stays folded whatever comes.
+    TreeView_Expand(f.hWndTree, f.pPage->m_cursorSourceFiles.GetHandle(), TVE_COLLAPSE);
     f.SetTitle(PageFixture::TitleOf(strOther + "second.mcp"));
     CHECK_EQ(f.RootText(), std::string("second"));
     CHECK_EQ(Join(f.Sources()), std::string("boot.asm"));
@@ -490,6 +498,8 @@ TEST_CASE(tree_follows_the_host_title)
     // Hyphens separate words too; an empty title is no project.
     f.SetTitle("Host-IDE-" + f.Project());
     CHECK(std::string(f.pPage->m_strProject) == f.Project());
+    CHECK(!expanded(f.pPage->m_cursorSourceFiles));
+    CHECK(expanded(f.pPage->m_cursorHeaderFiles));
     f.SetTitle("");
     CHECK_EQ(f.RootText(), std::string("(Empty)"));
 }
