@@ -32,6 +32,8 @@ namespace
 {
 const UINT_PTR kOwnerTimer = 1;
 const UINT kOwnerCheckMs = 250;
+const UINT_PTR kGiveBackTimer = 2;
+const UINT kGiveBackCheckMs = 50;
 
 // The 50% grey pattern the drag feedback is drawn with.
 class CHalftoneBrush
@@ -227,8 +229,13 @@ void CDockBar::Place(const CRect& rect)
 
 void CDockBar::FollowHost()
 {
-    if (m_bPopup)
-        SyncPopup();
+    if (!m_bPopup)
+        return;
+    SyncPopup();
+    // Wine: while the tree has the keyboard, the host's deactivation may
+    // reach it after the caption repaint that OnActivate asked for.
+    if (m_hWnd && ::GetForegroundWindow() == m_hWnd && ::IsWindow(m_hWndHost))
+        ::PostMessageA(m_hWndHost, WM_NCACTIVATE, TRUE, 0);
 }
 
 void CDockBar::SyncPopup()
@@ -335,6 +342,7 @@ BOOL CDockBar::OnInitDialog()
 void CDockBar::OnDestroy()
 {
     KillTimer(kOwnerTimer);
+    KillTimer(kGiveBackTimer);
     if (CApp* pApp = GetApp())
     {
         CRect rectClient;
@@ -626,6 +634,8 @@ void CDockBar::OnTimer(UINT_PTR nIDEvent)
     // dozen); one that put the frame over the pop-up is undone here.
     if (nIDEvent == kOwnerTimer)
         KeepAboveHost();
+    if (nIDEvent == kGiveBackTimer)
+        GiveActivationBack();
     Default();
 }
 
@@ -649,15 +659,56 @@ LRESULT CDockBar::OnMouseActivate(WPARAM /*wParam*/, LPARAM /*lParam*/)
     char szClass[32] = "";
     if (HWND hWndUnder = ::WindowFromPoint(pt))
         ::GetClassNameA(hWndUnder, szClass, sizeof(szClass));
-    return lstrcmpA(szClass, WC_TREEVIEWA) == 0 ? MA_ACTIVATE : MA_NOACTIVATE;
+    m_bTreeActivation = lstrcmpA(szClass, WC_TREEVIEWA) == 0;
+    return m_bTreeActivation ? MA_ACTIVATE : MA_NOACTIVATE;
 }
 
 LRESULT CDockBar::OnActivate(WPARAM wParam, LPARAM /*lParam*/)
 {
     const LRESULT lResult = Default();
+    if (!m_bPopup || !::IsWindow(m_hWndHost))
+        return lResult;
+    if (LOWORD(wParam) == WA_INACTIVE)
+    {
+        m_bTreeActivation = FALSE;
+        return lResult;
+    }
     // Wine: while the pop-up holds the activation for the tree, the host's
     // caption is drawn active as it stays with a child on Windows.
-    if (m_bPopup && LOWORD(wParam) != WA_INACTIVE && ::IsWindow(m_hWndHost))
+    if (m_bTreeActivation)
         ::PostMessageA(m_hWndHost, WM_NCACTIVATE, TRUE, 0);
+    else
+    {
+        // Wine: activated by something else than a click into the tree: a
+        // control taking the focus activates the pop-up of its own accord
+        // (seen: at creation, when the page's tree gets the dialog's first
+        // focus, and on a click on the hide button, which left the host's
+        // caption inactive). The host gets the activation back once the
+        // mouse button is up; taking it earlier would cancel the click.
+        SetTimer(kGiveBackTimer, kGiveBackCheckMs);
+    }
     return lResult;
+}
+
+void CDockBar::GiveActivationBack()
+{
+    if ((::GetAsyncKeyState(VK_LBUTTON) & 0x8000) || ::GetCapture())
+        return; // a click or a drag is under way: the next tick
+    KillTimer(kGiveBackTimer);
+    // Only from this pop-up, or from nothing (the pop-up was hidden while
+    // active): never from a window the user has gone to meanwhile.
+    const HWND hWndForeground = ::GetForegroundWindow();
+    if (m_bTreeActivation || !::IsWindow(m_hWndHost) || !::IsWindowVisible(m_hWndHost))
+        return;
+    if (hWndForeground == m_hWndHost && ::GetActiveWindow() == m_hWnd)
+    {
+        // Wine: active in this thread only, with the host still in front,
+        // the pop-up has the X input focus nonetheless and the host's
+        // caption turned inactive. Setting the host in front again is no
+        // change and does nothing; going through the pop-up makes it one.
+        ::SetForegroundWindow(m_hWnd);
+        ::SetForegroundWindow(m_hWndHost);
+    }
+    else if (hWndForeground == m_hWnd || hWndForeground == nullptr || hWndForeground == ::GetDesktopWindow())
+        ::SetForegroundWindow(m_hWndHost);
 }

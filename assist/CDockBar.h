@@ -71,6 +71,7 @@ public:
     BOOL m_bShown = FALSE;    // Wine: the pop-up's visibility as the user chose it
     BOOL m_bPlaced = FALSE;   // Wine: m_rectPlaced holds a place
     CRect m_rectPlaced;       // Wine: the last place, in the host frame's client coordinates
+    BOOL m_bTreeActivation = FALSE; // Wine: the pop-up was activated by a click into the tree
 
 protected:
     BOOL OnInitDialog() override;
@@ -101,6 +102,7 @@ protected:
     void CreatePopup();
     void SyncPopup();
     void KeepAboveHost();
+    void GiveActivationBack();
 
     DECLARE_MESSAGE_MAP()
 };

@@ -178,6 +178,11 @@ LRESULT HostFrame::HandleMessage(UINT nMessage, WPARAM wParam, LPARAM lParam)
             OnSize();
         return 0;
     case WM_COMMAND:
+        if (LOWORD(wParam) == kLogMenuCheck)
+        {
+            LogMenuCheck(static_cast<UINT>(lParam));
+            return 0;
+        }
         if (OnCommand(LOWORD(wParam)))
             return 0;
         break;
@@ -281,6 +286,16 @@ void HostFrame::LogMenuBar() const
         strLine += std::string(" ") + szText;
     }
     HostLog::Write(strLine);
+}
+
+void HostFrame::LogMenuCheck(UINT nCommand) const
+{
+    // By command, the menu bar's popups and theirs included: whatever popup
+    // holds the item, appended by someone else or not.
+    HMENU hMenu = GetMenu(m_hWnd);
+    const UINT nState = hMenu ? GetMenuState(hMenu, nCommand, MF_BYCOMMAND) : static_cast<UINT>(-1);
+    const char* pszState = nState == static_cast<UINT>(-1) ? "absent" : (nState & MF_CHECKED) ? "checked" : "unchecked";
+    HostLog::Write("MENUCHECK " + std::to_string(nCommand) + " " + pszState);
 }
 
 bool HostFrame::OnCommand(UINT nCommand)

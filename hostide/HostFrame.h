@@ -17,12 +17,14 @@ public:
     static const char kClass[];
     static const UINT kCtrlE = 1099; // the frame's own accelerator
     // Commands of the stand-in's own, for tests (no menu item): move the tool
-    // bar to an edge of the frame, and log the menu bar's top-level items.
+    // bar to an edge of the frame, log the menu bar's top-level items, and
+    // log the check state of the menu item whose command id is in lParam.
     static const UINT kToolBarTop = 1192;
     static const UINT kToolBarLeft = 1193;
     static const UINT kToolBarBottom = 1194;
     static const UINT kToolBarRight = 1195;
     static const UINT kLogMenuBar = 1196;
+    static const UINT kLogMenuCheck = 1197;
     static bool Register();
 
     // The title holds the project path as its third token: "Host IDE - <path>".
@@ -56,6 +58,7 @@ private:
     void CloseAll();
     void SetProject(const std::string& strProject);
     void LogMenuBar() const;
+    void LogMenuCheck(UINT nCommand) const;
 
     std::string m_strProject;
     HWND m_hWndClient = nullptr;

@@ -207,7 +207,11 @@ void CFrameWndItem::ApplyLayout()
     {
         pDockBar->Invalidate(TRUE);
         ::SendMessageA(hWndClient, WM_SETREDRAW, TRUE, 0);
-        ::InvalidateRect(hWndClient, nullptr, TRUE);
+        // Its sunken edge too: moved while it could not draw, the edge stays
+        // where the old rectangle had it (seen as a stale two-pixel line on
+        // the screen after a splitter drag), which invalidating the client
+        // area alone does not repaint.
+        ::RedrawWindow(hWndClient, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
         // Each window below the MDI client recomputes and redraws its frame.
         ::EnumChildWindows(hWndClient, RedrawFrame, 0);
         m_bRedrawSuspended = FALSE;

@@ -8,7 +8,9 @@
 #include "IniFile.h"
 #include "Pixels.h"
 #include "TestRunner.h"
+#include "Tray.h"
 
+#include <commctrl.h>
 #include <stdio.h>
 
 using namespace qt;
@@ -18,6 +20,7 @@ namespace
 const UINT kAssistWindow = 32771;
 const UINT kToolBarTop = 1192, kToolBarLeft = 1193, kToolBarBottom = 1194, kToolBarRight = 1195;
 const UINT kLogMenuBar = 1196;
+const UINT kLogMenuCheck = 1197; // lParam: the command whose check mark is logged
 
 // The tool's Assist Window in the host frame: a child of the frame on
 // Windows, a pop-up owned by it under Wine.
@@ -289,7 +292,108 @@ std::string PaintError(HWND hWndDock, bool bLeft)
     return std::string();
 }
 
-} // namespace
+
+// The whole screen as the X server shows it.
+struct WholeScreen : ScreenShot
+{
+    WholeScreen() : ScreenShot(GetDesktopWindow()) {}
+};
+
+// Pixels inside r (screen coordinates) that differ between two shots.
+int CountChanged(const Canvas& a, const Canvas& b, const RECT& r)
+{
+    int n = 0;
+    for (int y = r.top; y < r.bottom; ++y)
+        for (int x = r.left; x < r.right; ++x)
+            if (a.Pixel(x, y) != b.Pixel(x, y))
+                ++n;
+    return n;
+}
+
+RECT ClientOnScreen(HWND hWnd)
+{
+    RECT rc = {};
+    GetClientRect(hWnd, &rc);
+    MapWindowPoints(hWnd, nullptr, reinterpret_cast<POINT*>(&rc), 2);
+    return rc;
+}
+
+// What the host frame's client area shows differs from what its windows
+// paint when asked to paint it all again: something was drawn on the screen
+// and left there. The number of such pixels.
+int LeftOnScreen(const Docked& d)
+{
+    d.host.WaitQuiet(300);
+    Sleep(200);
+    const RECT rc = ClientOnScreen(d.hWndFrame);
+    WholeScreen shown;
+    const UINT nFlags = RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_FRAME;
+    RedrawWindow(d.hWndFrame, nullptr, nullptr, nFlags);
+    RedrawWindow(d.hWndDock, nullptr, nullptr, nFlags);
+    d.host.WaitQuiet(300);
+    Sleep(300);
+    WholeScreen painted;
+    const int n = CountChanged(shown, painted, rc);
+    if (n)
+    {
+        // Where, for the report: the box around the changed pixels.
+        RECT box = {rc.right, rc.bottom, rc.left, rc.top};
+        for (int y = rc.top; y < rc.bottom; ++y)
+            for (int x = rc.left; x < rc.right; ++x)
+                if (shown.Pixel(x, y) != painted.Pixel(x, y))
+                {
+                    box.left = x < box.left ? x : box.left;
+                    box.right = x + 1 > box.right ? x + 1 : box.right;
+                    box.top = y < box.top ? y : box.top;
+                    box.bottom = y + 1 > box.bottom ? y + 1 : box.bottom;
+                }
+        printf("  left on the screen: %d pixels in %s\n", n, Show(box).c_str());
+        SaveArtefact(shown, "dock-left-on-screen.bmp");
+        SaveArtefact(painted, "dock-left-on-screen-repainted.bmp");
+    }
+    return n;
+}
+
+// Keys typed as the X server delivers a hand's, to the window that has the
+// X input focus. xdotool's key names: "alt+a", "Escape", "a".
+bool XKeys(const std::string& strKeys)
+{
+    POINT pt;
+    GetCursorPos(&pt);
+    // The pointer moves by one pixel at the end: the sign that all is typed.
+    const POINT ptEnd = {pt.x + 1, pt.y};
+    return XDo("key --delay 100 " + strKeys + " sleep 0.3 mousemove " + std::to_string(ptEnd.x) + " " +
+                   std::to_string(ptEnd.y),
+               ptEnd);
+}
+
+// The host in front as a user brings it there: a click into its MDI client.
+bool ClickIntoHost(const Docked& d)
+{
+    const RECT rc = ClientOnScreen(d.hWndClient);
+    const POINT pt = {rc.right - 40, rc.bottom - 40};
+    return XDo("mousemove " + std::to_string(pt.x) + " " + std::to_string(pt.y) + " click 1", pt) &&
+           WaitFor([&] { return GetForegroundWindow() == d.hWndFrame; }, 3000);
+}
+
+// The check mark of "&Assist Window" as the host's menu shows it after the
+// "&Assist" menu was opened with the keyboard and closed again.
+std::string AssistCheckShown(Docked& d)
+{
+    if (!ClickIntoHost(d))
+        return "host not in front";
+    XKeys("alt+a");
+    if (!WaitFor([] { return VisibleMenu() != nullptr; }, 3000))
+        return "no menu";
+    XKeys("Escape Escape");
+    WaitFor([] { return VisibleMenu() == nullptr; }, 3000);
+    d.host.ClearLog();
+    PostMessageA(d.hWndFrame, WM_COMMAND, kLogMenuCheck, kAssistWindow);
+    for (const char* psz : {"checked", "unchecked", "absent"})
+        if (d.host.WaitLog(std::string("MENUCHECK 32771 ") + psz, 300))
+            return psz;
+    return "no log";
+}
 
 // Maximise, minimise and restore the frame, checking the layout after each.
 void CycleFrameStates(Docked& d, bool bLeft, int w)
@@ -308,6 +412,8 @@ void CycleFrameStates(Docked& d, bool bLeft, int w)
     REQUIRE(WaitFor([&] { return !IsZoomed(d.hWndFrame); }, 5000));
     REQUIRE_LAYOUT(d, bLeft, w);
 }
+
+} // namespace
 
 TEST_CASE(docked_left_then_right_fills_the_free_area_through_every_frame_change)
 {
@@ -411,4 +517,204 @@ TEST_CASE(a_host_that_dies_takes_the_assist_window_along_and_the_tool_runs_on)
     CHECK(WaitFor([&] { return !IsWindow(d.hWndDock); }, 5000));
     CHECK(d.tool.GetProcess().IsRunning());
     CHECK(d.tool.Exit());
+}
+
+TEST_CASE(splitter_drag_sets_the_width_where_released_and_draws_one_tracker_at_a_time)
+{
+    Docked d("docksplit");
+    REQUIRE(d.ok);
+    const int w = d.DockWidth();
+    REQUIRE(d.WaitSettled(true, w));
+    RECT rcDock;
+    GetWindowRect(d.hWndDock, &rcDock);
+    const int y = (rcDock.top + rcDock.bottom) / 2;
+    const int cyTracker = (rcDock.bottom - 2) - (rcDock.top + 2);
+    // The splitter's hot zone is the 4 pixels at the inner edge but the last.
+    const POINT from = {rcDock.right - 3, y};
+    const POINT to = {rcDock.left + w + 90, y + 30};
+
+    WholeScreen before;
+    REQUIRE(DragPress(from, to));
+    {
+        // One tracker, at the pointer: a 4-pixel column of inverted
+        // halftone from 2 pixels below the Assist Window's top to 2 above
+        // its bottom; the places the pointer passed are clean again.
+        WholeScreen during;
+        const RECT rcTracker = {to.x - 2, rcDock.top + 2, to.x + 2, rcDock.bottom - 2};
+        const int nTracker = CountChanged(before, during, rcTracker);
+        CHECK(nTracker >= cyTracker * 4 / 2 - 8);
+        const RECT rcAbove = {to.x - 2, rcDock.top - 6, to.x + 2, rcDock.top + 1};
+        CHECK_EQ(CountChanged(before, during, rcAbove), 0);
+        const RECT rcPath = {from.x + 4, rcDock.top, to.x - 3, rcDock.bottom};
+        CHECK_EQ(CountChanged(before, during, rcPath), 0);
+        SaveArtefact(during, "dock-splitter-tracker.bmp");
+    }
+    REQUIRE(XDo("mouseup 1", to));
+    // The new width is where the pointer was let go; the MDI client follows.
+    const int wNew = to.x - rcDock.left;
+    REQUIRE_LAYOUT(d, true, wNew);
+    CHECK_EQ(LeftOnScreen(d), 0);
+    CHECK_EQ(PaintError(d.hWndDock, true), std::string());
+
+    // Narrower again, released within 32 pixels of the frame's left edge:
+    // the tracker stopped following there, so the last followed place holds.
+    const RECT rcClient = ClientOnScreen(d.hWndFrame);
+    GetWindowRect(d.hWndDock, &rcDock);
+    const POINT from2 = {rcDock.right - 3, y};
+    const POINT inside = {rcClient.left + 60, y};
+    const POINT band = {rcClient.left + 20, y};
+    REQUIRE(DragPress(from2, inside));
+    REQUIRE(XDo("mousemove " + std::to_string(band.x) + " " + std::to_string(band.y) + " sleep 0.1 mouseup 1", band));
+    REQUIRE_LAYOUT(d, true, inside.x - rcDock.left);
+    CHECK_EQ(LeftOnScreen(d), 0);
+}
+
+TEST_CASE(a_drag_that_loses_the_capture_ends_as_released_and_leaves_nothing_drawn)
+{
+    Docked d("dockcancel");
+    REQUIRE(d.ok);
+    const int w = d.DockWidth();
+    REQUIRE(d.WaitSettled(true, w));
+    RECT rcDock;
+    GetWindowRect(d.hWndDock, &rcDock);
+    const int y = (rcDock.top + rcDock.bottom) / 2;
+
+    // A move drag that stays on its own side, its capture taken away: the
+    // outline goes and nothing moves.
+    WholeScreen before;
+    const POINT ptGripper = OnScreen(d.hWndDock, w / 2, 12);
+    const POINT ptNear = {ptGripper.x + 40, ptGripper.y + 100};
+    REQUIRE(DragPress(ptGripper, ptNear));
+    {
+        WholeScreen during;
+        CHECK(CountChanged(before, during, rcDock) > 0); // the outline is up
+    }
+    SendMessageA(d.hWndDock, WM_CANCELMODE, 0, 0);
+    REQUIRE(XDo("mouseup 1", ptNear));
+    d.host.WaitQuiet(300);
+    {
+        WholeScreen after;
+        const RECT rcFrame = ClientOnScreen(d.hWndFrame);
+        CHECK_EQ(CountChanged(before, after, rcFrame), 0);
+        SaveArtefact(after, "dock-cancelled-move.bmp");
+    }
+    REQUIRE_LAYOUT(d, true, w);
+
+    // A resize whose capture is lost: applied where the tracker was, as a
+    // release there would be, and nothing left on the screen.
+    const POINT from = {rcDock.right - 3, y};
+    const POINT to = {rcDock.right + 70, y};
+    REQUIRE(DragPress(from, to));
+    SendMessageA(d.hWndDock, WM_CANCELMODE, 0, 0);
+    REQUIRE_LAYOUT(d, true, to.x - rcDock.left);
+    // The button comes up later, over a dock bar no longer dragging.
+    const POINT away = {to.x + 100, y};
+    REQUIRE(XDo("mousemove " + std::to_string(away.x) + " " + std::to_string(away.y) + " sleep 0.1 mouseup 1", away));
+    REQUIRE_LAYOUT(d, true, to.x - rcDock.left);
+    CHECK_EQ(LeftOnScreen(d), 0);
+
+    // A move drag into the other side's zone, its capture lost there: moved.
+    const int w2 = d.DockWidth();
+    RECT rcFrame;
+    GetWindowRect(d.hWndFrame, &rcFrame);
+    const POINT ptFar = {rcFrame.right - 20, y};
+    REQUIRE(DragPress(OnScreen(d.hWndDock, w2 / 2, 12), ptFar));
+    SendMessageA(d.hWndDock, WM_CANCELMODE, 0, 0);
+    REQUIRE_LAYOUT(d, false, w2);
+    REQUIRE(XDo("mouseup 1", ptFar));
+    CHECK_EQ(LeftOnScreen(d), 0);
+    CHECK(d.tool.GetProcess().IsRunning());
+}
+
+TEST_CASE(hide_button_and_assist_menu_hide_and_show_it_with_the_check_mark_following)
+{
+    Docked d("dockhide");
+    REQUIRE(d.ok);
+    const int w = d.DockWidth();
+    REQUIRE(d.WaitSettled(true, w));
+    CHECK_EQ(AssistCheckShown(d), std::string("checked"));
+
+    // The hide button, clicked: hidden, and the MDI client takes the whole area.
+    HWND hWndButton = GetDlgItem(d.hWndDock, 1001);
+    REQUIRE(hWndButton != nullptr);
+    const POINT ptButton = Centre(hWndButton);
+    REQUIRE(XDo("mousemove " + std::to_string(ptButton.x) + " " + std::to_string(ptButton.y) +
+                    " sleep 0.1 click 1 sleep 0.1 mousemove " + std::to_string(ptButton.x + 300) + " " +
+                    std::to_string(ptButton.y + 200),
+                POINT{ptButton.x + 300, ptButton.y + 200}));
+    CHECK(WaitFor([&] { return !IsWindowVisible(d.hWndDock); }, 3000));
+    CHECK(d.ClientFillsFreeArea());
+    CHECK_EQ(AssistCheckShown(d), std::string("unchecked"));
+    // Still alive, and still laid out while hidden: a resize leaves it alone.
+    MoveWindow(d.hWndFrame, 30, 30, 820, 560, TRUE);
+    CHECK(d.ClientFillsFreeArea());
+    CHECK(!IsWindowVisible(d.hWndDock));
+
+    // The command with a notification code in its high word is not ours.
+    PostMessageA(d.hWndFrame, WM_COMMAND, MAKEWPARAM(kAssistWindow, 1), 0);
+    d.host.WaitQuiet(300);
+    CHECK(!IsWindowVisible(d.hWndDock));
+
+    // The command of "&Assist Window" shows it again, as wide as before.
+    PostMessageA(d.hWndFrame, WM_COMMAND, kAssistWindow, 0);
+    REQUIRE_LAYOUT(d, true, w);
+    CHECK_EQ(AssistCheckShown(d), std::string("checked"));
+
+    // The menu item itself, chosen with the keyboard: hidden, then shown.
+    REQUIRE(ClickIntoHost(d));
+    REQUIRE(XKeys("alt+a"));
+    REQUIRE(WaitFor([] { return VisibleMenu() != nullptr; }, 3000));
+    REQUIRE(XKeys("a"));
+    CHECK(WaitFor([&] { return !IsWindowVisible(d.hWndDock); }, 3000));
+    CHECK(d.ClientFillsFreeArea());
+    CHECK_EQ(AssistCheckShown(d), std::string("unchecked"));
+    REQUIRE(ClickIntoHost(d));
+    REQUIRE(XKeys("alt+a"));
+    REQUIRE(WaitFor([] { return VisibleMenu() != nullptr; }, 3000));
+    REQUIRE(XKeys("a"));
+    REQUIRE_LAYOUT(d, true, w);
+    CHECK_EQ(AssistCheckShown(d), std::string("checked"));
+    CHECK_EQ(PaintError(d.hWndDock, true), std::string());
+}
+
+TEST_CASE(the_assist_window_and_the_mdi_client_follow_the_tool_bar_to_every_edge)
+{
+    Docked d("docktoolbar", "[Settings]\r\nDockLeft=0\r\n");
+    REQUIRE(d.ok);
+    const int w = d.DockWidth();
+    REQUIRE_LAYOUT(d, false, w);
+    const struct
+    {
+        UINT nCommand;
+        const char* pszSide;
+    } edges[] = {{kToolBarLeft, "left"}, {kToolBarBottom, "bottom"}, {kToolBarRight, "right"}, {kToolBarTop, "top"}};
+    for (const auto& edge : edges)
+    {
+        d.host.ClearLog();
+        PostMessageA(d.hWndFrame, WM_COMMAND, edge.nCommand, 0);
+        REQUIRE(WaitFor([&] { return d.host.CountLogPrefix(std::string("TOOLBAR ") + edge.pszSide) == 1; }, 5000));
+        // The host laid its MDI client out beside the tool bar; its next
+        // paint has the tool re-measure and share the area again.
+        InvalidateRect(d.hWndFrame, nullptr, TRUE);
+        if (!d.WaitLayout(false, w))
+        {
+            qt::Fail(__FILE__, __LINE__, std::string("tool bar ") + edge.pszSide + ": " + d.LayoutError(false, w));
+            return;
+        }
+        d.host.WaitQuiet(200);
+        WholeScreen shot;
+        SaveArtefact(shot, (std::string("dock-toolbar-") + edge.pszSide + ".bmp").c_str());
+    }
+    // Docked left, the tool bar at the left edge: the Assist Window stands
+    // beside the tool bar, not under it.
+    REQUIRE(d.tool.Exit());
+    REQUIRE(WriteTextFile(d.tool.SettingsPath(), "[Settings]\r\nDockLeft=1\r\n"));
+    REQUIRE(d.tool.Start());
+    REQUIRE(WaitFor([&] { return (d.hWndDock = FindDockBar(d.hWndFrame)) != nullptr && IsWindowVisible(d.hWndDock); }, 10000));
+    REQUIRE_LAYOUT(d, true, d.DockWidth());
+    d.host.ClearLog();
+    PostMessageA(d.hWndFrame, WM_COMMAND, kToolBarLeft, 0);
+    REQUIRE(WaitFor([&] { return d.host.CountLogPrefix("TOOLBAR left") == 1; }, 5000));
+    InvalidateRect(d.hWndFrame, nullptr, TRUE);
+    REQUIRE_LAYOUT(d, true, d.DockWidth());
 }
