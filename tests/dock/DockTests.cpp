@@ -718,3 +718,138 @@ TEST_CASE(the_assist_window_and_the_mdi_client_follow_the_tool_bar_to_every_edge
     InvalidateRect(d.hWndFrame, nullptr, TRUE);
     REQUIRE_LAYOUT(d, true, d.DockWidth());
 }
+
+namespace
+{
+// The file's modification time moved on, as another program saving it leaves it.
+void ShiftTime(const std::string& strPath, int nSeconds)
+{
+    HANDLE h = CreateFileA(strPath.c_str(), FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                           OPEN_EXISTING, 0, nullptr);
+    if (h == INVALID_HANDLE_VALUE)
+        return;
+    FILETIME ft;
+    GetFileTime(h, nullptr, nullptr, &ft);
+    ULARGE_INTEGER t;
+    t.LowPart = ft.dwLowDateTime;
+    t.HighPart = ft.dwHighDateTime;
+    t.QuadPart += static_cast<ULONGLONG>(static_cast<LONGLONG>(nSeconds) * 10000000LL);
+    ft.dwLowDateTime = t.LowPart;
+    ft.dwHighDateTime = t.HighPart;
+    SetFileTime(h, nullptr, nullptr, &ft);
+    CloseHandle(h);
+}
+
+BOOL CALLBACK FindTreeChild(HWND hWnd, LPARAM lParam)
+{
+    char szClass[32] = "";
+    GetClassNameA(hWnd, szClass, sizeof(szClass));
+    if (lstrcmpA(szClass, WC_TREEVIEWA) != 0)
+        return TRUE;
+    *reinterpret_cast<HWND*>(lParam) = hWnd;
+    return FALSE;
+}
+
+// The Project page's tree in the Assist Window.
+HWND FindTree(HWND hWndDock)
+{
+    HWND hWndTree = nullptr;
+    EnumChildWindows(hWndDock, FindTreeChild, reinterpret_cast<LPARAM>(&hWndTree));
+    return hWndTree;
+}
+
+int TreeCount(HWND hWndTree)
+{
+    return static_cast<int>(SendMessageA(hWndTree, TVM_GETCOUNT, 0, 0));
+}
+
+// The host frame's caption as the screen shows it: drawn active or not.
+bool CaptionLooksActive(HWND hWndFrame)
+{
+    RECT rc;
+    GetWindowRect(hWndFrame, &rc);
+    WholeScreen shot;
+    const COLORREF clr = shot.Pixel(rc.left + (rc.right - rc.left) / 2, rc.top + GetSystemMetrics(SM_CYFRAME) + 4);
+    return clr == GetSysColor(COLOR_ACTIVECAPTION) || clr == GetSysColor(COLOR_GRADIENTACTIVECAPTION);
+}
+} // namespace
+
+TEST_CASE(the_host_stays_active_beside_the_assist_window_and_a_click_into_the_tree_keeps_its_caption_active)
+{
+    Docked d("dockactive");
+    REQUIRE(d.ok);
+    // The Assist Window's page took the first focus at its creation; the
+    // host is in front all the same.
+    CHECK(WaitFor([&] { return GetForegroundWindow() == d.hWndFrame; }, 3000));
+    CHECK(WaitFor([&] { return CaptionLooksActive(d.hWndFrame); }, 3000));
+    HWND hWndTree = FindTree(d.hWndDock);
+    REQUIRE(hWndTree != nullptr);
+    // Into the tree: the tree has the keyboard, the host's caption stays active.
+    const POINT ptTree = OnScreen(hWndTree, 60, 8);
+    REQUIRE(XDo("mousemove " + std::to_string(ptTree.x) + " " + std::to_string(ptTree.y) + " click 1", ptTree));
+    CHECK(WaitFor([&] { return CaptionLooksActive(d.hWndFrame); }, 3000));
+    {
+        WholeScreen shot;
+        SaveArtefact(shot, "dock-tree-clicked.bmp");
+    }
+    // Back into the host, then the hide button: the host keeps the front.
+    REQUIRE(ClickIntoHost(d));
+    CHECK(CaptionLooksActive(d.hWndFrame));
+    const POINT ptButton = Centre(GetDlgItem(d.hWndDock, 1001));
+    REQUIRE(XDo("mousemove " + std::to_string(ptButton.x) + " " + std::to_string(ptButton.y) + " click 1", ptButton));
+    REQUIRE(WaitFor([&] { return !IsWindowVisible(d.hWndDock); }, 3000));
+    CHECK(WaitFor([&] { return GetForegroundWindow() == d.hWndFrame && CaptionLooksActive(d.hWndFrame); }, 3000));
+}
+
+TEST_CASE(a_title_change_refreshes_the_tree_and_a_file_changed_in_the_background_reloads_on_return)
+{
+    const std::string strDirA = MakeScratchDir("docktitlea");
+    const std::string strDirB = MakeScratchDir("docktitleb");
+    const std::string strMain = strDirA + "main.asm";
+    WriteTextFile(strMain, "; main\r\n");
+    WriteTextFile(strDirA + "defs.inc", "; defs\r\n");
+    for (const char* psz : {"one.asm", "two.asm", "three.inc"})
+        WriteTextFile(strDirB + psz, "; b\r\n");
+    // No project at first: only the title's change can bring one to the
+    // tree (the directory poll runs while a project is open).
+    Docked d("docktitle", std::string(),
+             "/pos 20,20 /size 900x600 /nextproject \"" + strDirA + "demo.mcp\" /open \"" + strMain + "\"");
+    REQUIRE(d.ok);
+    HWND hWndTree = FindTree(d.hWndDock);
+    REQUIRE(hWndTree != nullptr);
+    const int nFixed = TreeCount(hWndTree);
+    CHECK(nFixed > 0);
+    PostMessageA(d.hWndFrame, WM_COMMAND, 1019, 0); // the host opens the project: its title changes
+    CHECK(WaitFor([&] { return TreeCount(hWndTree) == nFixed + 2; }, 5000));
+
+    // main.asm changes while the host is in the background; back in front,
+    // the host is told to close it and it is dropped on the host again.
+    HWND hWndOther = CreateWindowExA(0, "STATIC", "elsewhere", WS_POPUP | WS_VISIBLE | WS_BORDER, 600, 650, 200, 80,
+                                     nullptr, nullptr, nullptr, nullptr);
+    REQUIRE(hWndOther != nullptr);
+    SetForegroundWindow(hWndOther);
+    REQUIRE(WaitFor([&] { return GetForegroundWindow() == hWndOther; }, 3000));
+    d.host.WaitQuiet(300);
+    ShiftTime(strMain, 60);
+    d.host.ClearLog();
+    REQUIRE(ClickIntoHost(d));
+    CHECK(d.host.WaitLog("DROP " + strMain, 5000));
+    const std::vector<std::string> log = d.host.Log();
+    int nClose = -1, nDrop = -1;
+    for (int i = 0; i < static_cast<int>(log.size()); ++i)
+    {
+        if (log[i] == "CLOSE " + strMain && nClose < 0)
+            nClose = i;
+        if (log[i] == "DROP " + strMain && nDrop < 0)
+            nDrop = i;
+    }
+    CHECK(nClose >= 0 && nClose < nDrop);
+    DestroyWindow(hWndOther);
+
+    // Another project in another directory by the title alone.
+    SetWindowTextA(d.hWndFrame, ("Host IDE - " + strDirB + "other.mcp").c_str());
+    CHECK(WaitFor([&] { return TreeCount(hWndTree) == nFixed + 3; }, 5000));
+    // No project: the files go.
+    SetWindowTextA(d.hWndFrame, "Host IDE");
+    CHECK(WaitFor([&] { return TreeCount(hWndTree) == nFixed; }, 5000));
+}
