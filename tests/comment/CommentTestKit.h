@@ -176,7 +176,8 @@ inline BOOL CALLBACK FindDialogProc(HWND hWnd, LPARAM lParam)
     DialogSearch* pSearch = reinterpret_cast<DialogSearch*>(lParam);
     char szClass[64] = {};
     GetClassNameA(hWnd, szClass, sizeof(szClass));
-    if (ProcessOf(hWnd) == pSearch->dwProcessId && strcmp(szClass, "#32770") == 0 && IsWindowVisible(hWnd))
+    if (ProcessOf(hWnd) == pSearch->dwProcessId && strcmp(szClass, "#32770") == 0 && IsWindowVisible(hWnd) &&
+        GetDlgItem(hWnd, 1003) != nullptr)
     {
         pSearch->hWndFound = hWnd;
         return FALSE;
@@ -184,7 +185,9 @@ inline BOOL CALLBACK FindDialogProc(HWND hWnd, LPARAM lParam)
     return TRUE;
 }
 
-// The visible dialog of a process, or NULL.
+// The visible dialog of a process that holds a comment field (control
+// 1003): the Comment Editor, not the Assist Window, which is a dialog too
+// and, under Wine, a top-level one. NULL when there is none.
 inline HWND FindDialog(DWORD dwProcessId)
 {
     DialogSearch search = {dwProcessId, nullptr};
