@@ -179,7 +179,7 @@ bool ItemPoint(HWND hWndTree, HTREEITEM hItem, POINT& pt)
 {
     RemoteBuffer remote(hWndTree, sizeof(RECT));
     RECT rc = {};
-    *reinterpret_cast<HTREEITEM*>(&rc) = hItem;
+    memcpy(&rc, &hItem, sizeof(hItem)); // the message reads the item from the rectangle's place
     if (!remote.Write(&rc, sizeof(rc)) || !SendMessageA(hWndTree, TVM_GETITEMRECT, TRUE, remote.Address()) ||
         !remote.Read(&rc, sizeof(rc)))
         return false;
