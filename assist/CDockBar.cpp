@@ -32,8 +32,6 @@ namespace
 {
 const UINT_PTR kOwnerTimer = 1;
 const UINT kOwnerCheckMs = 250;
-const UINT_PTR kGiveBackTimer = 2;
-const UINT kGiveBackCheckMs = 50;
 
 // The 50% grey pattern the drag feedback is drawn with.
 class CHalftoneBrush
@@ -114,6 +112,85 @@ HWND FindMdiClient(HWND hWndHost)
 }
 } // namespace
 
+// Wine: a window of this thread that takes the focus while its top-level
+// window is not the active one activates that window first, and x11drv then
+// gives the X input focus to it (an unmanaged window gets XSetInputFocus).
+// The host sees its X window lose the focus to a window it does not know and
+// sets its foreground window to the desktop: its caption turns inactive and
+// Alt+A no longer reaches its menu. Seen in a trace (+win,+event): the hide
+// button's press calls SetFocus on the button, the pop-up is activated, the
+// dialog manager hands the focus back to the tree (which took the page's
+// first focus at creation, an activation of its own), and the host logs
+// "lost focus, setting fg to desktop". A child of the host frame never has
+// this: its top-level window is the host's. So while a pop-up dock bar
+// lives, a hook on this thread refuses every focus change into a pop-up
+// that is not active, and its activation, unless a click into the tree
+// asked for it (the tree needs the keyboard). A CBT hook of one thread costs
+// no server round trip per message.
+class CDockBar::CPopupFocusGuard
+{
+public:
+    explicit CPopupFocusGuard(CDockBar* pDockBar) : m_pDockBar(pDockBar)
+    {
+        if (Popups().empty())
+            s_hHook = SetWindowsHookExA(WH_CBT, CbtProc, nullptr, GetCurrentThreadId());
+        Popups().push_back(m_pDockBar);
+    }
+    ~CPopupFocusGuard()
+    {
+        std::vector<CDockBar*>& popups = Popups();
+        for (size_t i = 0; i < popups.size(); ++i)
+        {
+            if (popups[i] == m_pDockBar)
+            {
+                popups.erase(popups.begin() + static_cast<std::ptrdiff_t>(i));
+                break;
+            }
+        }
+        if (popups.empty() && s_hHook)
+        {
+            UnhookWindowsHookEx(s_hHook);
+            s_hHook = nullptr;
+        }
+    }
+    CPopupFocusGuard(const CPopupFocusGuard&) = delete;
+    CPopupFocusGuard& operator=(const CPopupFocusGuard&) = delete;
+
+private:
+    static std::vector<CDockBar*>& Popups()
+    {
+        static std::vector<CDockBar*> s_popups;
+        return s_popups;
+    }
+    static CDockBar* PopupOf(HWND hWndTop)
+    {
+        for (CDockBar* pDockBar : Popups())
+        {
+            if (hWndTop && pDockBar->m_hWnd == hWndTop)
+                return pDockBar;
+        }
+        return nullptr;
+    }
+    static LRESULT CALLBACK CbtProc(int nCode, WPARAM wParam, LPARAM lParam)
+    {
+        if (nCode == HCBT_ACTIVATE || nCode == HCBT_SETFOCUS)
+        {
+            HWND hWnd = reinterpret_cast<HWND>(wParam);
+            HWND hWndTop = hWnd ? ::GetAncestor(hWnd, GA_ROOT) : nullptr;
+            CDockBar* pDockBar = PopupOf(hWndTop);
+            const BOOL bActive = nCode == HCBT_SETFOCUS && ::GetActiveWindow() == hWndTop;
+            if (pDockBar && !pDockBar->m_bTreeActivation && !bActive)
+                return 1; // refused: the host keeps the activation
+        }
+        return CallNextHookEx(s_hHook, nCode, wParam, lParam);
+    }
+
+    static HHOOK s_hHook;
+    CDockBar* m_pDockBar;
+};
+
+HHOOK CDockBar::CPopupFocusGuard::s_hHook = nullptr;
+
 CDockBar::CDockBar(HWND hWndHost)
     : CModelessDialogEx(IDD_DOCKBAR, CWnd::FromHandle(hWndHost)), m_hWndHost(hWndHost), m_bPopup(IsRunningOnWine())
 {
@@ -144,6 +221,9 @@ void CDockBar::Create(BOOL bShow)
         CModelessDialogEx::Create(bShow);
         return;
     }
+    // Before the window exists: the page's tree takes the dialog's first
+    // focus while it is created.
+    m_pFocusGuard.reset(new CPopupFocusGuard(this));
     CreatePopup();
     // What the base's Create does after creating the window: the template
     // has neither OK nor Cancel nor a system menu, so there is nothing to
@@ -342,7 +422,7 @@ BOOL CDockBar::OnInitDialog()
 void CDockBar::OnDestroy()
 {
     KillTimer(kOwnerTimer);
-    KillTimer(kGiveBackTimer);
+    m_pFocusGuard.reset();
     if (CApp* pApp = GetApp())
     {
         CRect rectClient;
@@ -634,8 +714,6 @@ void CDockBar::OnTimer(UINT_PTR nIDEvent)
     // dozen); one that put the frame over the pop-up is undone here.
     if (nIDEvent == kOwnerTimer)
         KeepAboveHost();
-    if (nIDEvent == kGiveBackTimer)
-        GiveActivationBack();
     Default();
 }
 
@@ -669,46 +747,13 @@ LRESULT CDockBar::OnActivate(WPARAM wParam, LPARAM /*lParam*/)
     if (!m_bPopup || !::IsWindow(m_hWndHost))
         return lResult;
     if (LOWORD(wParam) == WA_INACTIVE)
-    {
         m_bTreeActivation = FALSE;
-        return lResult;
-    }
-    // Wine: while the pop-up holds the activation for the tree, the host's
-    // caption is drawn active as it stays with a child on Windows.
-    if (m_bTreeActivation)
-        ::PostMessageA(m_hWndHost, WM_NCACTIVATE, TRUE, 0);
     else
     {
-        // Wine: activated by something else than a click into the tree: a
-        // control taking the focus activates the pop-up of its own accord
-        // (seen: at creation, when the page's tree gets the dialog's first
-        // focus, and on a click on the hide button, which left the host's
-        // caption inactive). The host gets the activation back once the
-        // mouse button is up; taking it earlier would cancel the click.
-        SetTimer(kGiveBackTimer, kGiveBackCheckMs);
+        // Wine: the only activation the focus guard lets through is a click
+        // into the tree; while the tree has the keyboard the host's caption
+        // is drawn active, as it stays beside a child on Windows.
+        ::PostMessageA(m_hWndHost, WM_NCACTIVATE, TRUE, 0);
     }
     return lResult;
-}
-
-void CDockBar::GiveActivationBack()
-{
-    if ((::GetAsyncKeyState(VK_LBUTTON) & 0x8000) || ::GetCapture())
-        return; // a click or a drag is under way: the next tick
-    KillTimer(kGiveBackTimer);
-    // Only from this pop-up, or from nothing (the pop-up was hidden while
-    // active): never from a window the user has gone to meanwhile.
-    const HWND hWndForeground = ::GetForegroundWindow();
-    if (m_bTreeActivation || !::IsWindow(m_hWndHost) || !::IsWindowVisible(m_hWndHost))
-        return;
-    if (hWndForeground == m_hWndHost && ::GetActiveWindow() == m_hWnd)
-    {
-        // Wine: active in this thread only, with the host still in front,
-        // the pop-up has the X input focus nonetheless and the host's
-        // caption turned inactive. Setting the host in front again is no
-        // change and does nothing; going through the pop-up makes it one.
-        ::SetForegroundWindow(m_hWnd);
-        ::SetForegroundWindow(m_hWndHost);
-    }
-    else if (hWndForeground == m_hWnd || hWndForeground == nullptr || hWndForeground == ::GetDesktopWindow())
-        ::SetForegroundWindow(m_hWndHost);
 }

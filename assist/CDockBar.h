@@ -28,6 +28,8 @@
 #include "CModelessDialogEx.h"
 #include "CTabbedPageEx.h"
 
+#include <memory>
+
 struct HookRecord;
 
 class CDockBar : public CModelessDialogEx
@@ -71,7 +73,7 @@ public:
     BOOL m_bShown = FALSE;    // Wine: the pop-up's visibility as the user chose it
     BOOL m_bPlaced = FALSE;   // Wine: m_rectPlaced holds a place
     CRect m_rectPlaced;       // Wine: the last place, in the host frame's client coordinates
-    BOOL m_bTreeActivation = FALSE; // Wine: the pop-up was activated by a click into the tree
+    BOOL m_bTreeActivation = FALSE; // Wine: a click into the tree may activate the pop-up
 
 protected:
     BOOL OnInitDialog() override;
@@ -102,7 +104,10 @@ protected:
     void CreatePopup();
     void SyncPopup();
     void KeepAboveHost();
-    void GiveActivationBack();
+
+    // Wine: refuses the focus and the activation to the pop-up (see the source).
+    class CPopupFocusGuard;
+    std::unique_ptr<CPopupFocusGuard> m_pFocusGuard;
 
     DECLARE_MESSAGE_MAP()
 };

@@ -183,8 +183,17 @@ LRESULT HostFrame::HandleMessage(UINT nMessage, WPARAM wParam, LPARAM lParam)
             LogMenuCheck(static_cast<UINT>(lParam));
             return 0;
         }
+        if (LOWORD(wParam) == kLogDeactivations)
+        {
+            LogDeactivations();
+            return 0;
+        }
         if (OnCommand(LOWORD(wParam)))
             return 0;
+        break;
+    case WM_ACTIVATE:
+        if (LOWORD(wParam) == WA_INACTIVE)
+            ++m_nDeactivations;
         break;
     case WM_DROPFILES:
         OnDropFiles(reinterpret_cast<HDROP>(wParam));
@@ -296,6 +305,11 @@ void HostFrame::LogMenuCheck(UINT nCommand) const
     const UINT nState = hMenu ? GetMenuState(hMenu, nCommand, MF_BYCOMMAND) : static_cast<UINT>(-1);
     const char* pszState = nState == static_cast<UINT>(-1) ? "absent" : (nState & MF_CHECKED) ? "checked" : "unchecked";
     HostLog::Write("MENUCHECK " + std::to_string(nCommand) + " " + pszState);
+}
+
+void HostFrame::LogDeactivations() const
+{
+    HostLog::Write("DEACTIVATED " + std::to_string(m_nDeactivations));
 }
 
 bool HostFrame::OnCommand(UINT nCommand)

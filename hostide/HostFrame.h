@@ -17,14 +17,16 @@ public:
     static const char kClass[];
     static const UINT kCtrlE = 1099; // the frame's own accelerator
     // Commands of the stand-in's own, for tests (no menu item): move the tool
-    // bar to an edge of the frame, log the menu bar's top-level items, and
-    // log the check state of the menu item whose command id is in lParam.
+    // bar to an edge of the frame, log the menu bar's top-level items, log
+    // the check state of the menu item whose command id is in lParam, and
+    // log how often the frame has lost the activation since it was created.
     static const UINT kToolBarTop = 1192;
     static const UINT kToolBarLeft = 1193;
     static const UINT kToolBarBottom = 1194;
     static const UINT kToolBarRight = 1195;
     static const UINT kLogMenuBar = 1196;
     static const UINT kLogMenuCheck = 1197;
+    static const UINT kLogDeactivations = 1198;
     static bool Register();
 
     // The title holds the project path as its third token: "Host IDE - <path>".
@@ -58,12 +60,17 @@ private:
     void CloseAll();
     void SetProject(const std::string& strProject);
     void LogMenuBar() const;
+    void LogDeactivations() const;
     void LogMenuCheck(UINT nCommand) const;
 
     std::string m_strProject;
     HWND m_hWndClient = nullptr;
     HWND m_hWndToolBar = nullptr;
     std::string m_strNextProject;
+    // WM_ACTIVATE with WA_INACTIVE so far: a window of another program that
+    // takes the focus beside the frame shows here even when the frame gets
+    // the activation back a moment later.
+    int m_nDeactivations = 0;
     ToolBar::Side m_toolBarSide = ToolBar::Side::Top;
     int m_nWatches = 0;
 };

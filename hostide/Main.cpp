@@ -25,8 +25,8 @@
 //   Private, for tests: 1192 to 1195 move the tool bar to the top, left,
 //   bottom or right edge (upright at left and right) and lay the MDI client
 //   out in the rest of the client area; 1196 logs the menu bar; 1197 logs
-//   the check state of the menu item whose command id is in lParam (not
-//   logged as COMMAND).
+//   the check state of the menu item whose command id is in lParam, 1198
+//   how often the frame has lost the activation (neither logged as COMMAND).
 // Views: titles as in ViewCatalog ("Program Memory Window"...; the listing
 // and map views are titled with the project's path ending in .lst, .map);
 // each holds one text window of class "PFE_Text", which activates the view
@@ -51,6 +51,7 @@
 //   TOOLBAR <side> <l>,<t>,<r>,<b>        the tool bar moved (frame client coordinates)
 //   MENUBAR <n> <text> <text>...          the menu bar's top-level items (1196)
 //   MENUCHECK <id> checked|unchecked|absent   a menu item's check mark (1197)
+//   DEACTIVATED <n>                       the frame's WM_ACTIVATE WA_INACTIVE count (1198)
 #include "EditorWindow.h"
 #include "HostFrame.h"
 #include "HostLog.h"

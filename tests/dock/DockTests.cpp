@@ -7,11 +7,13 @@
 #include "Fixture.h"
 #include "IniFile.h"
 #include "Pixels.h"
+#include "RealMouse.h"
 #include "TestRunner.h"
 #include "Tray.h"
 
 #include <commctrl.h>
 #include <stdio.h>
+#include <stdlib.h>
 
 using namespace qt;
 
@@ -21,6 +23,7 @@ const UINT kAssistWindow = 32771;
 const UINT kToolBarTop = 1192, kToolBarLeft = 1193, kToolBarBottom = 1194, kToolBarRight = 1195;
 const UINT kLogMenuBar = 1196;
 const UINT kLogMenuCheck = 1197; // lParam: the command whose check mark is logged
+const UINT kLogDeactivations = 1198;
 
 // The tool's Assist Window in the host frame: a child of the frame on
 // Windows, a pop-up owned by it under Wine.
@@ -173,49 +176,6 @@ struct Docked : HostAndTool
             return;                                                              \
         }                                                                        \
     } while (0)
-
-// Real mouse input as the X server delivers a hand's: xdotool, started
-// through Wine, which runs a Unix program handed to CreateProcess. Wine:
-// SendInput's moves reach the window under the pointer, not the window that
-// holds the capture in a thread that is not in the foreground (seen: a
-// gripper drag stuck with its outline drawn and the button-up at the host),
-// while X keeps the pointer grabbed for the window the button went down in.
-// Wine gives no handle to wait on for a Unix process: the caller waits for
-// the pointer to reach ptEnd, the last place the command moves it to.
-bool XDo(const std::string& strArguments, POINT ptEnd)
-{
-    std::string strCommand = "/usr/bin/xdotool " + strArguments;
-    STARTUPINFOA si = {};
-    si.cb = sizeof(si);
-    PROCESS_INFORMATION pi = {};
-    if (!CreateProcessA(nullptr, &strCommand[0], nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &pi))
-    {
-        printf("  xdotool did not start: error %lu\n", GetLastError());
-        return false;
-    }
-    if (pi.hThread)
-        CloseHandle(pi.hThread);
-    if (pi.hProcess)
-        CloseHandle(pi.hProcess);
-    const bool bThere = WaitFor(
-        [&] {
-            POINT pt;
-            GetCursorPos(&pt);
-            return pt.x == ptEnd.x && pt.y == ptEnd.y;
-        },
-        5000);
-    Sleep(300); // what follows the last move (a button) and its handling
-    return bThere;
-}
-
-std::string MoveSteps(POINT from, POINT to)
-{
-    std::string str;
-    for (int i = 1; i <= 6; ++i)
-        str += " mousemove " + std::to_string(from.x + (to.x - from.x) * i / 6) + " " +
-               std::to_string(from.y + (to.y - from.y) * i / 6) + " sleep 0.05";
-    return str;
-}
 
 // Presses at from and moves to to in steps; the button stays down.
 bool DragPress(POINT from, POINT to)
@@ -389,10 +349,28 @@ std::string AssistCheckShown(Docked& d)
     WaitFor([] { return VisibleMenu() == nullptr; }, 3000);
     d.host.ClearLog();
     PostMessageA(d.hWndFrame, WM_COMMAND, kLogMenuCheck, kAssistWindow);
-    for (const char* psz : {"checked", "unchecked", "absent"})
-        if (d.host.WaitLog(std::string("MENUCHECK 32771 ") + psz, 300))
-            return psz;
+    const std::string strPrefix = "MENUCHECK 32771 ";
+    if (!WaitFor([&] { return d.host.CountLogPrefix(strPrefix) > 0; }, 3000))
+        return "no log";
+    for (const std::string& strLine : d.host.Log())
+        if (strLine.compare(0, strPrefix.size(), strPrefix) == 0)
+            return strLine.substr(strPrefix.size());
     return "no log";
+}
+
+// How often the host frame has lost the activation since it started, as
+// the host counts WM_ACTIVATE WA_INACTIVE: a window of the tool that took
+// the focus for a moment shows here even when the host is in front again.
+int Deactivations(const Docked& d)
+{
+    d.host.ClearLog();
+    PostMessageA(d.hWndFrame, WM_COMMAND, kLogDeactivations, 0);
+    if (!WaitFor([&] { return d.host.CountLogPrefix("DEACTIVATED ") > 0; }, 3000))
+        return -1;
+    for (const std::string& strLine : d.host.Log())
+        if (strLine.compare(0, 12, "DEACTIVATED ") == 0)
+            return atoi(strLine.c_str() + 12);
+    return -1;
 }
 
 // Maximise, minimise and restore the frame, checking the layout after each.
@@ -633,6 +611,10 @@ TEST_CASE(hide_button_and_assist_menu_hide_and_show_it_with_the_check_mark_follo
     const int w = d.DockWidth();
     REQUIRE(d.WaitSettled(true, w));
     CHECK_EQ(AssistCheckShown(d), std::string("checked"));
+    // From here on the host keeps the activation throughout: the hide
+    // button does not take it, nor does the Assist Window shown again.
+    const int nDeactivations = Deactivations(d);
+    REQUIRE(nDeactivations >= 0);
 
     // The hide button, clicked: hidden, and the MDI client takes the whole area.
     HWND hWndButton = GetDlgItem(d.hWndDock, 1001);
@@ -644,6 +626,7 @@ TEST_CASE(hide_button_and_assist_menu_hide_and_show_it_with_the_check_mark_follo
                 POINT{ptButton.x + 300, ptButton.y + 200}));
     CHECK(WaitFor([&] { return !IsWindowVisible(d.hWndDock); }, 3000));
     CHECK(d.ClientFillsFreeArea());
+    CHECK_EQ(Deactivations(d), nDeactivations);
     CHECK_EQ(AssistCheckShown(d), std::string("unchecked"));
     // Still alive, and still laid out while hidden: a resize leaves it alone.
     MoveWindow(d.hWndFrame, 30, 30, 820, 560, TRUE);
@@ -658,6 +641,8 @@ TEST_CASE(hide_button_and_assist_menu_hide_and_show_it_with_the_check_mark_follo
     // The command of "&Assist Window" shows it again, as wide as before.
     PostMessageA(d.hWndFrame, WM_COMMAND, kAssistWindow, 0);
     REQUIRE_LAYOUT(d, true, w);
+    d.host.WaitQuiet(200);
+    CHECK_EQ(Deactivations(d), nDeactivations);
     CHECK_EQ(AssistCheckShown(d), std::string("checked"));
 
     // The menu item itself, chosen with the keyboard: hidden, then shown.
@@ -675,6 +660,7 @@ TEST_CASE(hide_button_and_assist_menu_hide_and_show_it_with_the_check_mark_follo
     REQUIRE_LAYOUT(d, true, w);
     CHECK_EQ(AssistCheckShown(d), std::string("checked"));
     CHECK_EQ(PaintError(d.hWndDock, true), std::string());
+    CHECK_EQ(Deactivations(d), nDeactivations);
 }
 
 TEST_CASE(the_assist_window_and_the_mdi_client_follow_the_tool_bar_to_every_edge)
@@ -778,16 +764,22 @@ TEST_CASE(the_host_stays_active_beside_the_assist_window_and_a_click_into_the_tr
 {
     Docked d("dockactive");
     REQUIRE(d.ok);
-    // The Assist Window's page took the first focus at its creation; the
-    // host is in front all the same.
+    // The Assist Window's page gives its tree the first focus while it is
+    // created; the host never lost the activation to it.
     CHECK(WaitFor([&] { return GetForegroundWindow() == d.hWndFrame; }, 3000));
     CHECK(WaitFor([&] { return CaptionLooksActive(d.hWndFrame); }, 3000));
+    CHECK_EQ(Deactivations(d), 0);
     HWND hWndTree = FindTree(d.hWndDock);
     REQUIRE(hWndTree != nullptr);
     // Into the tree: the tree has the keyboard, the host's caption stays active.
     const POINT ptTree = OnScreen(hWndTree, 60, 8);
     REQUIRE(XDo("mousemove " + std::to_string(ptTree.x) + " " + std::to_string(ptTree.y) + " click 1", ptTree));
     CHECK(WaitFor([&] { return CaptionLooksActive(d.hWndFrame); }, 3000));
+    // The keys go to the tree: Down moves its selection on.
+    const LPARAM hSelected = SendMessageA(hWndTree, TVM_GETNEXTITEM, TVGN_CARET, 0);
+    REQUIRE(XKeys("Down"));
+    CHECK(WaitFor([&] { return SendMessageA(hWndTree, TVM_GETNEXTITEM, TVGN_CARET, 0) != hSelected; }, 3000));
+    CHECK(CaptionLooksActive(d.hWndFrame));
     {
         WholeScreen shot;
         SaveArtefact(shot, "dock-tree-clicked.bmp");
@@ -795,10 +787,13 @@ TEST_CASE(the_host_stays_active_beside_the_assist_window_and_a_click_into_the_tr
     // Back into the host, then the hide button: the host keeps the front.
     REQUIRE(ClickIntoHost(d));
     CHECK(CaptionLooksActive(d.hWndFrame));
+    const int nDeactivations = Deactivations(d);
     const POINT ptButton = Centre(GetDlgItem(d.hWndDock, 1001));
     REQUIRE(XDo("mousemove " + std::to_string(ptButton.x) + " " + std::to_string(ptButton.y) + " click 1", ptButton));
     REQUIRE(WaitFor([&] { return !IsWindowVisible(d.hWndDock); }, 3000));
     CHECK(WaitFor([&] { return GetForegroundWindow() == d.hWndFrame && CaptionLooksActive(d.hWndFrame); }, 3000));
+    d.host.WaitQuiet(200);
+    CHECK_EQ(Deactivations(d), nDeactivations);
 }
 
 TEST_CASE(a_title_change_refreshes_the_tree_and_a_file_changed_in_the_background_reloads_on_return)
