@@ -23,74 +23,26 @@ namespace
 {
 const char kSource[] = "; main\r\n\tnop\r\n";
 
-// Every kind but files and views, with the host commands its menu posts.
-// A command missing from a kind's row must be disabled and post nothing.
-struct Expected
-{
-    UINT nID;
-    UINT nPosts;
-    bool bNeedsProject;
-};
-
+// Every kind but files and views, made under the parents the page would
+// give it. (Their menu commands are tested through real menus beside the
+// Project page.)
 struct KindRow
 {
     const char* pszClass;
-    std::vector<Expected> commands;
-    // Makes the node under the parents the page would give it.
     std::function<CTreeItem*(Bench&, CString*)> fnMake;
 };
 
 std::vector<KindRow> KindTable()
 {
     return {
-        {"CProjectTreeItem",
-         {{ID_NODE_NEW, 1018, false},
-          {ID_NODE_OPEN, 1019, false},
-          {ID_NODE_EDIT, 1032, true},
-          {ID_NODE_CLOSE, 1030, true},
-          {ID_NODE_SAVE, 1031, true},
-          {ID_NODE_BUILD, 1033, true},
-          {ID_NODE_HIDEASSISTWINDOW, 32771, false},
-          {ID_NODE_CLOSEALLWINDOWS, 1008, false}},
-         [](Bench& b, CString* p) { return new CProjectTreeItem(b.Frame(), &b.tree, p); }},
+        {"CProjectTreeItem", [](Bench& b, CString* p) { return new CProjectTreeItem(b.Frame(), &b.tree, p); }},
         {"CSourceFilesTreeItem",
-         {{ID_NODE_NEW, 1001, false},
-          {ID_NODE_OPEN, 1002, false},
-          {ID_NODE_SAVEALL, 1006, true},
-          {ID_NODE_BUILD, 1033, true},
-          {ID_NODE_HIDEASSISTWINDOW, 32771, false},
-          {ID_NODE_CLOSEALLWINDOWS, 1008, false}},
          [](Bench& b, CString* p) { return new CSourceFilesTreeItem(b.Frame(), b.Root(), p); }},
         {"CHeaderFilesTreeItem",
-         {{ID_NODE_NEW, 1001, false},
-          {ID_NODE_OPEN, 1002, false},
-          {ID_NODE_SAVEALL, 1006, false},
-          {ID_NODE_HIDEASSISTWINDOW, 32771, false},
-          {ID_NODE_CLOSEALLWINDOWS, 1008, false}},
          [](Bench& b, CString* p) { return new CHeaderFilesTreeItem(b.Frame(), b.Root(), p); }},
-        {"CWindowsTreeItem",
-         {{ID_NODE_OPEN, 1098, false},
-          {ID_NODE_SAVE, 1097, false},
-          {ID_NODE_HIDEASSISTWINDOW, 32771, false},
-          {ID_NODE_CLOSEALLWINDOWS, 1008, false}},
-         [](Bench& b, CString*) { return new CWindowsTreeItem(b.Frame(), b.Root()); }},
-        {"CWatchTreeItem",
-         {{ID_NODE_NEW, 1129, false},
-          {ID_NODE_OPEN, 1130, false},
-          {ID_NODE_HIDEASSISTWINDOW, 32771, false},
-          {ID_NODE_CLOSEALLWINDOWS, 1008, false}},
-         [](Bench& b, CString*) { return new CWatchTreeItem(b.Frame(), b.Root()); }},
+        {"CWindowsTreeItem", [](Bench& b, CString*) { return new CWindowsTreeItem(b.Frame(), b.Root()); }},
+        {"CWatchTreeItem", [](Bench& b, CString*) { return new CWatchTreeItem(b.Frame(), b.Root()); }},
     };
-}
-
-const Expected* FindExpected(const KindRow& row, UINT nID)
-{
-    for (const Expected& expected : row.commands)
-    {
-        if (expected.nID == nID)
-            return &expected;
-    }
-    return nullptr;
 }
 
 std::unique_ptr<CFileTreeItem> FileNode(Bench& bench, const std::string& strPath, int nImage = 9)
@@ -114,87 +66,6 @@ int ViewRow(UINT nIDText)
     return -1;
 }
 } // namespace
-
-// Kinds x command ids: each accepted id posts its host command and nothing
-// else, each other id is disabled and posts nothing; commands that act on
-// the open project are greyed without one and enabled with one.
-TEST_CASE(GroupKindCommandsReachTheHostAsTheirIds)
-{
-    Bench bench("kindcmds", {}, "");
-    REQUIRE(bench.ok);
-    for (const KindRow& row : KindTable())
-    {
-        CString strProject;
-        std::unique_ptr<CTreeItem> pItem(row.fnMake(bench, &strProject));
-        CHECK_EQ(std::string(pItem->GetRuntimeClass()->m_lpszClassName), std::string(row.pszClass));
-        CHECK_EQ(std::string(pItem->GetPath()), std::string());
-        for (UINT nID = ID_NODE_FIRST; nID <= ID_NODE_LAST; ++nID)
-        {
-            const Expected* pExpected = FindExpected(row, nID);
-            const std::string strWhere = std::string(row.pszClass) + " " + std::to_string(nID);
-            strProject.Empty();
-            const int nWithout = EnableState(*pItem, nID);
-            strProject = "C:\\proj\\demo.mcp";
-            const int nWith = EnableState(*pItem, nID);
-            if (nWithout != (pExpected && !pExpected->bNeedsProject ? 1 : 0) || nWith != (pExpected ? 1 : 0))
-                qt::Fail(__FILE__, __LINE__, strWhere + ": enabled without/with project " +
-                                                 std::to_string(nWithout) + "/" + std::to_string(nWith));
-
-            // What the host does with a command (opening, closing, building)
-            // is its own matter: only the commands that reached it count.
-            const std::vector<std::string> lines = Only(bench.Reaching([&] { pItem->OnCommand(nID); }), "COMMAND ");
-            const std::string strWant = pExpected ? "COMMAND " + std::to_string(pExpected->nPosts) : "";
-            if (Join(lines) != strWant)
-                qt::Fail(__FILE__, __LINE__, strWhere + ": host saw [" + Join(lines) + "], want [" + strWant + "]");
-        }
-    }
-}
-
-TEST_CASE(GroupNodesShowTheirTextsAndImages)
-{
-    Bench bench("kindtexts", {}, "");
-    REQUIRE(bench.ok);
-    CString strProject;
-    struct Case
-    {
-        std::unique_ptr<CTreeItem> pItem;
-        const char* pszText;
-        int nImage, nSelected;
-    };
-    std::unique_ptr<CTreeItem> pProject(new CProjectTreeItem(bench.Frame(), &bench.tree, &strProject));
-    Case cases[] = {
-        {std::unique_ptr<CTreeItem>(new CSourceFilesTreeItem(bench.Frame(), pProject->m_cursor, &strProject)),
-         "Source Files", 7, 8},
-        {std::unique_ptr<CTreeItem>(new CHeaderFilesTreeItem(bench.Frame(), pProject->m_cursor, &strProject)),
-         "Header Files", 7, 8},
-        {std::unique_ptr<CTreeItem>(new CWindowsTreeItem(bench.Frame(), pProject->m_cursor)), "Windows", 7, 8},
-        {std::unique_ptr<CTreeItem>(new CWatchTreeItem(bench.Frame(), pProject->m_cursor)), "Watch", 21, 21},
-    };
-    int nImage = 0, nSelected = 0;
-    CHECK_EQ(NodeText(pProject->m_cursor), std::string("(Empty)"));
-    NodeImages(pProject->m_cursor, nImage, nSelected);
-    CHECK(nImage == 6 && nSelected == 6);
-    for (Case& c : cases)
-    {
-        CHECK_EQ(NodeText(c.pItem->m_cursor), std::string(c.pszText));
-        NodeImages(c.pItem->m_cursor, nImage, nSelected);
-        CHECK_EQ(nImage, c.nImage);
-        CHECK_EQ(nSelected, c.nSelected);
-        CHECK(c.pItem->m_cursor.GetData() == reinterpret_cast<DWORD_PTR>(c.pItem.get()));
-    }
-    // The ten views in table order, each showing its image when selected too.
-    const char* const kTexts[] = {"Program Memory", "Trace Memory", "EEPROM", "Absolute Listing", "Map File",
-                                  "Stack", "File Register", "Special Function Register", "Project", "Build Results"};
-    for (int i = 0; i < HOST_VIEW_COUNT; ++i)
-    {
-        std::unique_ptr<CWindowTreeItem> pView = ViewNode(bench, i);
-        CHECK_EQ(NodeText(pView->m_cursor), std::string(kTexts[i]));
-        NodeImages(pView->m_cursor, nImage, nSelected);
-        CHECK(nImage == 11 + i && nSelected == 11 + i);
-        CHECK_EQ(std::string(pView->GetRuntimeClass()->m_lpszClassName), std::string("CWindowTreeItem"));
-        CHECK_EQ(std::string(pView->GetPath()), std::string(g_hostViews[i].pszTitle));
-    }
-}
 
 // Double click and Enter: the groups do nothing, Watch opens a stored watch
 // exactly as its "&Open Watch..." does.
