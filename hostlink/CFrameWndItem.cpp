@@ -172,7 +172,24 @@ void CFrameWndItem::MeasureLayout()
     HWND hWndClient = FindMdiClient(m_hWnd);
     if (!hWndClient)
         return;
-    m_rectClient = WindowRectInClient(hWndClient, m_hWnd);
+    CRect rectHost = WindowRectInClient(hWndClient, m_hWnd);
+    CRect rectFrame;
+    ::GetClientRect(m_hWnd, &rectFrame);
+    // The MDI client still stands where ApplyLayout narrowed it and the
+    // frame kept its size: the host has not laid it out since, and cutting
+    // the Assist Window's strip off again would narrow it twice. Seen once
+    // in a run on a busy machine after a plain move of the frame (MDI client
+    // left at twice the Assist Window's width): a WM_SIZE the host does not
+    // lay out for (minimised), or a record the hook stopped waiting for and
+    // the tool handled late, measures after the layout was applied.
+    const BOOL bNarrowed = m_rectClient != m_rectHostLayout;
+    const CSize sizeFrame(rectFrame.Width(), rectFrame.Height());
+    if (bNarrowed && rectHost == m_rectClient && sizeFrame.cx == m_sizeFrameMeasured.cx &&
+        sizeFrame.cy == m_sizeFrameMeasured.cy)
+        rectHost = m_rectHostLayout;
+    m_rectHostLayout = rectHost;
+    m_sizeFrameMeasured = sizeFrame;
+    m_rectClient = rectHost;
     CDockBar* pDockBar = GetDockBar();
     if (pDockBar && pDockBar->IsShown())
     {

@@ -51,4 +51,9 @@ private:
 
     HWND m_hWndDockBar = nullptr;
     BOOL m_bPopupAppended = FALSE;
+    // The MDI client as the host laid it out at the last measure, and the
+    // frame's client size then: a measure that finds the MDI client still
+    // where ApplyLayout narrowed it starts again from this.
+    CRect m_rectHostLayout;
+    CSize m_sizeFrameMeasured;
 };
