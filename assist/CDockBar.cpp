@@ -366,6 +366,25 @@ void CDockBar::KeepAboveHost()
                  SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
 }
 
+void CDockBar::RaiseAboveActiveHost()
+{
+    // Wine: the X server stacks the windows of different processes as each
+    // process asks, and a process raises its window to the very top when it
+    // becomes the top of Wine's own order. The host coming to the front
+    // raises its frame there, over the pop-up, while Wine's order still has
+    // the owned pop-up right above the frame, so KeepAboveHost sees nothing
+    // to mend (seen: the Assist Window's strip showing stale host pixels
+    // after the host was activated at start). With the host in front, the
+    // top of the screen is the pop-up's place: it steps to the bottom of
+    // Wine's order (Wine never lowers an X window, so nothing moves on the
+    // screen) and back to the top, which raises its X window.
+    if (!m_hWnd || !IsWindowVisible() || ::GetForegroundWindow() != m_hWndHost)
+        return;
+    const UINT nFlags = SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOOWNERZORDER;
+    SetWindowPos(HWND_BOTTOM, 0, 0, 0, 0, nFlags);
+    SetWindowPos(HWND_TOP, 0, 0, 0, 0, nFlags);
+}
+
 void CDockBar::SetSize(int cx, int cy)
 {
     SetWindowPos(nullptr, 0, 0, cx, cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
@@ -713,7 +732,14 @@ void CDockBar::OnTimer(UINT_PTR nIDEvent)
     // Wine: the frame's z-order changes are not reported (they come by the
     // dozen); one that put the frame over the pop-up is undone here.
     if (nIDEvent == kOwnerTimer)
+    {
         KeepAboveHost();
+        // The host coming to the front raised its X window over the pop-up.
+        const HWND hWndForeground = ::GetForegroundWindow();
+        if (hWndForeground != m_hWndForegroundSeen && hWndForeground == m_hWndHost)
+            RaiseAboveActiveHost();
+        m_hWndForegroundSeen = hWndForeground;
+    }
     Default();
 }
 

@@ -104,6 +104,8 @@ protected:
     void CreatePopup();
     void SyncPopup();
     void KeepAboveHost();
+    void RaiseAboveActiveHost();
+    HWND m_hWndForegroundSeen = nullptr; // the foreground window at the last owner check
 
     // Wine: refuses the focus and the activation to the pop-up (see the source).
     class CPopupFocusGuard;
