@@ -1025,29 +1025,7 @@ TEST_CASE(screenshot_of_a_sample_project)
 
     const std::string strDir = ExeDir() + "..\\artefacts\\";
     CreateDirectoryA(strDir.c_str(), nullptr);
-    BITMAPINFOHEADER bih = {};
-    bih.biSize = sizeof(bih);
-    bih.biWidth = shot.Width();
-    bih.biHeight = -shot.Height();
-    bih.biPlanes = 1;
-    bih.biBitCount = 32;
-    std::string strBits;
-    for (int y = 0; y < shot.Height(); ++y)
-        for (int x = 0; x < shot.Width(); ++x)
-        {
-            const COLORREF clr = shot.Pixel(x, y);
-            const char px[4] = {static_cast<char>(GetBValue(clr)), static_cast<char>(GetGValue(clr)),
-                                static_cast<char>(GetRValue(clr)), 0};
-            strBits.append(px, 4);
-        }
-    BITMAPFILEHEADER bfh = {};
-    bfh.bfType = 0x4D42;
-    bfh.bfOffBits = sizeof(bfh) + sizeof(bih);
-    bfh.bfSize = static_cast<DWORD>(bfh.bfOffBits + strBits.size());
-    std::string strFile(reinterpret_cast<const char*>(&bfh), sizeof(bfh));
-    strFile.append(reinterpret_cast<const char*>(&bih), sizeof(bih));
-    strFile += strBits;
-    CHECK(WriteTextFile(strDir + "project-tree.bmp", strFile));
+    CHECK(SaveBitmap(shot, strDir + "project-tree.bmp"));
 }
 
 namespace
