@@ -702,24 +702,6 @@ TEST_CASE(the_assist_window_and_the_mdi_client_follow_the_tool_bar_to_every_edge
 
 namespace
 {
-// The file's modification time moved on, as another program saving it leaves it.
-void ShiftTime(const std::string& strPath, int nSeconds)
-{
-    HANDLE h = CreateFileA(strPath.c_str(), FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                           OPEN_EXISTING, 0, nullptr);
-    if (h == INVALID_HANDLE_VALUE)
-        return;
-    FILETIME ft;
-    GetFileTime(h, nullptr, nullptr, &ft);
-    ULARGE_INTEGER t;
-    t.LowPart = ft.dwLowDateTime;
-    t.HighPart = ft.dwHighDateTime;
-    t.QuadPart += static_cast<ULONGLONG>(static_cast<LONGLONG>(nSeconds) * 10000000LL);
-    ft.dwLowDateTime = t.LowPart;
-    ft.dwHighDateTime = t.HighPart;
-    SetFileTime(h, nullptr, nullptr, &ft);
-    CloseHandle(h);
-}
 
 BOOL CALLBACK FindTreeChild(HWND hWnd, LPARAM lParam)
 {
@@ -820,7 +802,7 @@ TEST_CASE(a_title_change_refreshes_the_tree_and_a_file_changed_in_the_background
     SetForegroundWindow(hWndOther);
     REQUIRE(WaitFor([&] { return GetForegroundWindow() == hWndOther; }, 3000));
     d.host.WaitQuiet(300);
-    ShiftTime(strMain, 60);
+    ShiftWriteTime(strMain, 60);
     d.host.ClearLog();
     REQUIRE(ClickIntoHost(d));
     CHECK(d.host.WaitLog("DROP " + strMain, 5000));

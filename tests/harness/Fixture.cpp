@@ -29,6 +29,28 @@ std::string MakeScratchDir(const char* pszTag)
     return szDir;
 }
 
+bool ShiftWriteTime(const std::string& strPath, LONGLONG nSeconds)
+{
+    HANDLE hFile = CreateFileA(strPath.c_str(), FILE_WRITE_ATTRIBUTES | GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                               nullptr, OPEN_EXISTING, 0, nullptr);
+    if (hFile == INVALID_HANDLE_VALUE)
+        return false;
+    FILETIME ft;
+    bool bOk = GetFileTime(hFile, nullptr, nullptr, &ft) != FALSE;
+    if (bOk)
+    {
+        ULARGE_INTEGER ticks;
+        ticks.LowPart = ft.dwLowDateTime;
+        ticks.HighPart = ft.dwHighDateTime;
+        ticks.QuadPart += static_cast<ULONGLONG>(nSeconds * 10000000LL);
+        ft.dwLowDateTime = ticks.LowPart;
+        ft.dwHighDateTime = ticks.HighPart;
+        bOk = SetFileTime(hFile, nullptr, nullptr, &ft) != FALSE;
+    }
+    CloseHandle(hFile);
+    return bOk;
+}
+
 bool WriteTextFile(const std::string& strPath, const std::string& strText)
 {
     FILE* pFile = fopen(strPath.c_str(), "wb");

@@ -14,6 +14,9 @@ namespace qt
 std::string ExeDir(); // folder of the running test program, with a trailing backslash
 std::string MakeScratchDir(const char* pszTag);
 bool WriteTextFile(const std::string& strPath, const std::string& strText);
+// Moves a file's last-write time by nSeconds (back when negative), as another
+// program saving it, or a backup put back, leaves it.
+bool ShiftWriteTime(const std::string& strPath, LONGLONG nSeconds);
 std::string ReadTextFile(const std::string& strPath);
 bool FileExists(const std::string& strPath);
 std::vector<std::string> SplitLines(const std::string& strText);

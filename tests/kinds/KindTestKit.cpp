@@ -150,25 +150,4 @@ int IndexOf(const std::vector<std::string>& lines, const std::string& strLine)
     return it == lines.end() ? -1 : static_cast<int>(it - lines.begin());
 }
 
-bool ShiftWriteTime(const std::string& strPath, LONGLONG nSeconds)
-{
-    HANDLE hFile = CreateFileA(strPath.c_str(), FILE_WRITE_ATTRIBUTES | GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                               nullptr, OPEN_EXISTING, 0, nullptr);
-    if (hFile == INVALID_HANDLE_VALUE)
-        return false;
-    FILETIME ft;
-    bool bOk = GetFileTime(hFile, nullptr, nullptr, &ft) != FALSE;
-    if (bOk)
-    {
-        ULARGE_INTEGER ticks;
-        ticks.LowPart = ft.dwLowDateTime;
-        ticks.HighPart = ft.dwHighDateTime;
-        ticks.QuadPart += static_cast<ULONGLONG>(nSeconds * 10000000LL);
-        ft.dwLowDateTime = ticks.LowPart;
-        ft.dwHighDateTime = ticks.HighPart;
-        bOk = SetFileTime(hFile, nullptr, nullptr, &ft) != FALSE;
-    }
-    CloseHandle(hFile);
-    return bOk;
-}
 } // namespace kinds

@@ -69,6 +69,4 @@ std::string Join(const std::vector<std::string>& lines);
 std::vector<std::string> Only(const std::vector<std::string>& lines, const std::string& strPrefix);
 std::vector<std::string> Without(const std::vector<std::string>& lines, const std::string& strPrefix);
 int IndexOf(const std::vector<std::string>& lines, const std::string& strLine);
-// Shifts the file's last-write time by nSeconds (negative: into the past).
-bool ShiftWriteTime(const std::string& strPath, LONGLONG nSeconds);
 } // namespace kinds

@@ -18,6 +18,7 @@
 #include <memory>
 
 using namespace kinds;
+using qt::ShiftWriteTime;
 
 namespace
 {

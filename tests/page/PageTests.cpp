@@ -190,25 +190,6 @@ void TouchFile(const std::string& strPath, const char* pszText = "; a line\r\n")
     WriteTextFile(strPath, pszText);
 }
 
-// The file's modification time moved by nSeconds, as another program saving
-// it (or a backup put back) would leave it.
-void ShiftTime(const std::string& strPath, int nSeconds)
-{
-    HANDLE h = CreateFileA(strPath.c_str(), FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                           OPEN_EXISTING, 0, nullptr);
-    if (h == INVALID_HANDLE_VALUE)
-        return;
-    FILETIME ft;
-    GetFileTime(h, nullptr, nullptr, &ft);
-    ULARGE_INTEGER t;
-    t.LowPart = ft.dwLowDateTime;
-    t.HighPart = ft.dwHighDateTime;
-    t.QuadPart += static_cast<ULONGLONG>(static_cast<LONGLONG>(nSeconds) * 10000000LL);
-    ft.dwLowDateTime = t.LowPart;
-    ft.dwHighDateTime = t.HighPart;
-    SetFileTime(h, nullptr, nullptr, &ft);
-    CloseHandle(h);
-}
 
 std::string ItemText(HWND hWndTree, HTREEITEM hItem)
 {
@@ -663,8 +644,8 @@ TEST_CASE(changed_files_reload_when_the_host_is_active_again)
     // Changed in the background (even to an older time): closed, then
     // dropped again; the file that is not open in the host is left alone.
     f.Activate(false);
-    ShiftTime(strMain, -3600);
-    ShiftTime(strLone, 60);
+    ShiftWriteTime(strMain, -3600);
+    ShiftWriteTime(strLone, 60);
     f.host.ClearLog();
     f.Activate(true);
     CHECK(f.WaitLog("DROP " + strMain));
@@ -686,7 +667,7 @@ TEST_CASE(changed_files_reload_when_the_host_is_active_again)
 
     // Changed while the host lost the activation, but the setting is off.
     f.Activate(false);
-    ShiftTime(strDefs, 120);
+    ShiftWriteTime(strDefs, 120);
     GetApp()->m_bReloadFileAutomatically = FALSE;
     f.host.ClearLog();
     f.Activate(true);
