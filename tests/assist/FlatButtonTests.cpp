@@ -19,7 +19,6 @@ class CTestFlatButton : public CFlatButton
 public:
     UINT Timer() const { return m_nTimer; }
     bool Hot() const { return m_bHot; }
-    UINT TextFormat() const { return m_uTextFormat; }
     int ImageCount() const { return m_imageList.GetImageCount(); }
     CSize ImageSize() const { return m_sizeImage; }
 };
@@ -404,40 +403,6 @@ TEST_CASE(images_are_copied_one_at_a_time_and_a_missing_one_changes_nothing)
     button.Invalidate();
     button.UpdateWindow();
     CHECK_EQ(Hex(kit::ScreenPixel(button.m_hWnd, 12, 7)), Hex(kBlue));
-    host.DestroyWindow();
-}
-
-TEST_CASE(the_caption_alignment_follows_the_button_styles)
-{
-    CButtonHost host;
-    CImageList images;
-    REQUIRE(MakeHost(host, images));
-    struct Case
-    {
-        DWORD dwStyle;
-        UINT uFormat;
-    };
-    const Case cases[] = {
-        {0, DT_SINGLELINE | DT_CENTER | DT_VCENTER},
-        {BS_LEFT, DT_SINGLELINE | DT_VCENTER},
-        {BS_RIGHT, DT_SINGLELINE | DT_RIGHT | DT_VCENTER},
-        {BS_CENTER, DT_SINGLELINE | DT_CENTER | DT_VCENTER},
-        {BS_TOP, DT_SINGLELINE | DT_CENTER},
-        {BS_BOTTOM, DT_SINGLELINE | DT_CENTER | DT_BOTTOM},
-        {BS_VCENTER, DT_SINGLELINE | DT_CENTER | DT_VCENTER},
-        {BS_LEFT | BS_TOP, DT_SINGLELINE},
-        {BS_MULTILINE, DT_CENTER | DT_VCENTER},
-        {BS_MULTILINE | BS_RIGHT | BS_BOTTOM, DT_RIGHT | DT_BOTTOM},
-    };
-    for (const Case& c : cases)
-    {
-        // Made by the program this time: the button initialises at creation.
-        CTestFlatButton button;
-        REQUIRE(button.Create("Text", WS_CHILD | WS_VISIBLE | c.dwStyle, CRect(100, 20, 160, 40), &host, 2000));
-        CHECK_EQ(button.TextFormat(), c.uFormat);
-        CHECK((button.GetStyle() & 0x0F) == BS_OWNERDRAW);
-        button.DestroyWindow();
-    }
     host.DestroyWindow();
 }
 
