@@ -97,3 +97,19 @@ qv_configure_build() {
     -DCMAKE_BUILD_TYPE=Release -DQUORVANT_WERROR="$werror" >/dev/null
   cmake --build "$QV_ROOT/build/$arch" -j2
 }
+
+# "N passed, N failed" over the cases of one architecture's suite, read from
+# the log ctest keeps of every test program's output. A case that started and
+# never reported (its program died) is a failed case; so is a failed test
+# program that reported no case at all.
+qv_case_counts() {
+  local builddir=$1 ctestlog=$2
+  local all="$builddir/Testing/Temporary/LastTest.log"
+  local started passed failed programs
+  started=$(grep -c '^\[ RUN \]' "$all" 2>/dev/null || true)
+  passed=$(grep -c '^\[  OK  \]' "$all" 2>/dev/null || true)
+  failed=$((started - passed))
+  programs=$(sed -n 's/^.*tests passed, \([0-9][0-9]*\) tests* failed out of.*/\1/p' "$ctestlog" | tail -n 1)
+  [ "$failed" -gt 0 ] || failed=${programs:-0}
+  echo "$passed passed, $failed failed"
+}
