@@ -1,8 +1,10 @@
 #include "CApp.h"
 
 #include "CMainFrame.h"
+#include "HostIde.h"
 #include "PathNames.h"
 #include "WindowText.h"
+#include "resource.h"
 
 #include <mbstring.h>
 #include <stdlib.h>
@@ -12,7 +14,7 @@
 // file, because only within one file is the order of construction certain.
 CString g_strPendingCommand;
 CMutex g_mutexSingleInstance(FALSE, "FB158FC3-9789-4437-A4A3-FDF00E1D4AA0");
-const UINT WM_CREATEDOCKBAR = RegisterWindowMessageA("49ED7A1D-5042-42B2-9095-89DBDA86205C");
+const UINT WM_CREATEDOCKBAR = RegisterWindowMessageA(HostIde::kCreateDockBarMessage);
 const UINT WM_OPENCOMMENTEDITOR = RegisterWindowMessageA("2F97529E-BB7E-4092-A931-737E1D078F32");
 const UINT WM_RUNCOMMAND = RegisterWindowMessageA("2499DBED-8D31-4A4B-A027-4D03A330CE0B");
 CApp theApp;
@@ -48,7 +50,7 @@ BOOL CApp::InitInstance()
     ExchangeSettings(1);
 
     CMainFrame* pFrame = new CMainFrame;
-    if (!pFrame->CreateTrayFrame(100))
+    if (!pFrame->CreateTrayFrame(IDR_MAINFRAME))
         return FALSE;
     m_pMainWnd = pFrame;
     return TRUE;
@@ -169,7 +171,7 @@ void CApp::RunExternalEditor(HWND hWndFrame, const CString& strTemplate, const C
     // The host's own save command, sent so that the file on disk is current
     // before the external editor opens it.
     if (m_bSaveAutomatically)
-        ::SendMessageA(hWndFrame, WM_COMMAND, 1006, 0);
+        ::SendMessageA(hWndFrame, WM_COMMAND, HostIde::kCmdSaveAll, 0);
     // Started later by the main frame, after the record that asked for it.
     if (m_pMainWnd)
         m_pMainWnd->PostMessage(WM_RUNCOMMAND, 0, 0);

@@ -5,6 +5,7 @@
 #include "CDockPage.h"
 #include "CPaintDC.h"
 #include "CProjectDlg.h"
+#include "HostIde.h"
 #include "RunningOnWine.h"
 #include "resource.h"
 
@@ -106,10 +107,6 @@ BOOL IsDockLeft()
     return pApp ? pApp->m_bDockLeft : TRUE;
 }
 
-HWND FindMdiClient(HWND hWndHost)
-{
-    return FindWindowExA(hWndHost, nullptr, "MDIClient", nullptr);
-}
 } // namespace
 
 // Wine: a window of this thread that takes the focus while its top-level
@@ -430,7 +427,7 @@ BOOL CDockBar::OnInitDialog()
     }
 
     // A click on the MDI client gives the host's own windows the focus back.
-    if (HWND hWndClient = FindMdiClient(m_hWndHost))
+    if (HWND hWndClient = HostIde::FindMdiClient(m_hWndHost))
     {
         ::PostMessageA(hWndClient, WM_LBUTTONDOWN, 0, 0);
         ::PostMessageA(hWndClient, WM_LBUTTONUP, 0, 0);

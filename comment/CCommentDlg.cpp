@@ -3,6 +3,7 @@
 #include "CApp.h"
 #include "CClipboard.h"
 #include "CDataExchange.h"
+#include "HostIde.h"
 #include "CImages.h"
 #include "resource.h"
 
@@ -14,7 +15,6 @@ namespace
 {
 // The host's paste command: it inserts the clipboard's text into the active
 // editor before it returns.
-const WPARAM kHostPaste = 1040;
 
 // A healthy host pastes in a few milliseconds. One that takes longer than
 // the system's own notion of hung (5 s without reading its messages) is not
@@ -117,7 +117,7 @@ void CCommentDlg::PasteText(CDataExchange* pDX)
     m_edit.Copy();
 
     DWORD_PTR dwResult = 0;
-    const BOOL bAnswered = ::SendMessageTimeoutA(m_hTarget, WM_COMMAND, kHostPaste, 0, SMTO_ABORTIFHUNG,
+    const BOOL bAnswered = ::SendMessageTimeoutA(m_hTarget, WM_COMMAND, HostIde::kCmdPaste, 0, SMTO_ABORTIFHUNG,
                                                  kPasteTimeoutMs, &dwResult) != 0;
     // A host that did not answer may still paste when it comes back; it must
     // find the comment then, not the earlier text. A host that is gone will

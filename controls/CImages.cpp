@@ -1,6 +1,8 @@
 #include "CImages.h"
 
+#include "resource.h"
+
 CImages::CImages()
 {
-    Create(128 /* IDB_IMAGES */, 16, 0, RGB(255, 0, 255));
+    Create(IDB_IMAGES, 16, 0, RGB(255, 0, 255));
 }

@@ -90,7 +90,7 @@ INT_PTR CALLBACK AfxDlgProc(HWND hWnd, UINT nMessage, WPARAM /*wParam*/, LPARAM 
 BOOL CDialog::CreateFromTemplate(LPCSTR lpszTemplateName, HWND hWndParent)
 {
     HINSTANCE hInstance = GetModuleHandleA(nullptr);
-    HRSRC hResource = FindResourceA(hInstance, lpszTemplateName, MAKEINTRESOURCEA(5) /* RT_DIALOG */);
+    HRSRC hResource = FindResourceA(hInstance, lpszTemplateName, RT_DIALOG);
     HGLOBAL hTemplate = hResource ? LoadResource(hInstance, hResource) : nullptr;
     const DLGTEMPLATE* pTemplate = hTemplate ? static_cast<const DLGTEMPLATE*>(LockResource(hTemplate)) : nullptr;
     if (!pTemplate)

@@ -2,6 +2,7 @@
 
 #include "CApp.h"
 #include "CWnd.h"
+#include "HostIde.h"
 #include "WindowText.h"
 
 #include <stdlib.h>
@@ -66,10 +67,10 @@ void CChildWndItem::OnKeyDown(const HookRecord* pRecord)
 HWND CChildWndItem::GetHostFrame() const
 {
     HWND hWndClient = GetParent(m_hWnd);
-    if (GetWindowClassName(hWndClient, WINDOW_TEXT_LIMIT).Compare("MDIClient") != 0)
+    if (GetWindowClassName(hWndClient, WINDOW_TEXT_LIMIT).Compare(HostIde::kClientClass) != 0)
         return nullptr;
     HWND hWndFrame = GetParent(hWndClient);
-    if (GetWindowClassName(hWndFrame, WINDOW_TEXT_LIMIT).Compare("PFE_Frame") != 0)
+    if (GetWindowClassName(hWndFrame, WINDOW_TEXT_LIMIT).Compare(HostIde::kFrameClass) != 0)
         return nullptr;
     return hWndFrame;
 }

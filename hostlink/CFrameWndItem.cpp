@@ -2,17 +2,13 @@
 
 #include "CApp.h"
 #include "CDockBar.h"
+#include "HostIde.h"
 #include "WindowText.h"
 #include "resource.h"
 
 namespace
 {
 const UINT kAssistWindowCommand = 32771; // "&Assist Window" in menu 101
-
-HWND FindMdiClient(HWND hWndFrame)
-{
-    return FindWindowExA(hWndFrame, nullptr, "MDIClient", nullptr);
-}
 
 CRect WindowRectInClient(HWND hWnd, HWND hWndFrame)
 {
@@ -76,7 +72,7 @@ void CFrameWndItem::OnHookMessage(const HookRecord* pRecord)
     {
         // The host is about to put the MDI client over the whole area; it
         // must not paint there before ApplyLayout has narrowed it again.
-        if (HWND hWndClient = FindMdiClient(m_hWnd))
+        if (HWND hWndClient = HostIde::FindMdiClient(m_hWnd))
         {
             ::SendMessageA(hWndClient, WM_SETREDRAW, FALSE, 0);
             m_bRedrawSuspended = TRUE;
@@ -169,7 +165,7 @@ void CFrameWndItem::ToggleDockBar()
 
 void CFrameWndItem::MeasureLayout()
 {
-    HWND hWndClient = FindMdiClient(m_hWnd);
+    HWND hWndClient = HostIde::FindMdiClient(m_hWnd);
     if (!hWndClient)
         return;
     CRect rectHost = WindowRectInClient(hWndClient, m_hWnd);
@@ -205,7 +201,7 @@ void CFrameWndItem::MeasureLayout()
 
 void CFrameWndItem::ApplyLayout()
 {
-    HWND hWndClient = FindMdiClient(m_hWnd);
+    HWND hWndClient = HostIde::FindMdiClient(m_hWnd);
     if (!hWndClient)
         return;
     ::MoveWindow(hWndClient, m_rectClient.left, m_rectClient.top, m_rectClient.Width(), m_rectClient.Height(), TRUE);
@@ -239,7 +235,7 @@ void CFrameWndItem::FindToolBarRect(CRect& rect) const
 {
     for (HWND hWndChild = ::GetWindow(m_hWnd, GW_CHILD); hWndChild; hWndChild = ::GetWindow(hWndChild, GW_HWNDNEXT))
     {
-        if (GetWindowClassName(hWndChild) == "PFE_TBar" && ::IsWindowVisible(hWndChild))
+        if (GetWindowClassName(hWndChild) == HostIde::kToolBarClass && ::IsWindowVisible(hWndChild))
         {
             rect = WindowRectInClient(hWndChild, m_hWnd);
             return;

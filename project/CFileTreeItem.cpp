@@ -3,6 +3,7 @@
 #include "CApp.h"
 #include "CFile.h"
 #include "HostCommand.h"
+#include "HostIde.h"
 #include "QuorvantHook.h"
 #include "WindowText.h"
 #include "resource.h"
@@ -11,13 +12,6 @@
 #include <stdlib.h>
 
 IMPLEMENT_DYNAMIC(CFileTreeItem, CTreeItem)
-
-namespace
-{
-const UINT kHostCloseActive = 1007;   // close the active document
-const UINT kHostBuildActive = 1035;   // build the active node
-const UINT kHostCloseAll = 1008;
-}
 
 CFileTreeItem::CFileTreeItem(HWND hWndHost, const CTreeCursor& parent, LPCSTR lpszPath, int nImage)
     : CTreeItem(hWndHost, parent, GetFileName(lpszPath), nImage, nImage), m_strPath(lpszPath)
@@ -46,7 +40,7 @@ CString CFileTreeItem::GetPath() const
 
 HWND CFileTreeItem::FindHostWindow() const
 {
-    HWND hWndClient = FindWindowExA(m_hWndHost, nullptr, "MDIClient", nullptr);
+    HWND hWndClient = HostIde::FindMdiClient(m_hWndHost);
     if (!hWndClient)
         return nullptr;
     // Window order, so that of two windows of the same file the one the
@@ -91,7 +85,7 @@ void CFileTreeItem::OnCommand(UINT nID)
         if (FindHostWindow())
         {
             Open();
-            PostHostCommand(m_hWndHost, kHostCloseActive);
+            PostHostCommand(m_hWndHost, HostIde::kCmdCloseActive);
         }
         break;
     case ID_NODE_EXTERNALEDITOR:
@@ -99,13 +93,13 @@ void CFileTreeItem::OnCommand(UINT nID)
         break;
     case ID_NODE_BUILD:
         if (FindHostWindow())
-            PostHostCommand(m_hWndHost, kHostBuildActive);
+            PostHostCommand(m_hWndHost, HostIde::kCmdBuildActive);
         break;
     case ID_NODE_HIDEASSISTWINDOW:
         PostHostCommand(m_hWndHost, ID_VIEW_ASSISTWINDOW);
         break;
     case ID_NODE_CLOSEALLWINDOWS:
-        PostHostCommand(m_hWndHost, kHostCloseAll);
+        PostHostCommand(m_hWndHost, HostIde::kCmdCloseAll);
         break;
     default:
         break;

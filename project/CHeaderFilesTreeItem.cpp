@@ -1,6 +1,7 @@
 #include "CHeaderFilesTreeItem.h"
 
 #include "HostCommand.h"
+#include "HostIde.h"
 #include "resource.h"
 
 IMPLEMENT_DYNAMIC(CHeaderFilesTreeItem, CTreeItem)
@@ -9,11 +10,11 @@ namespace
 {
 // Save All stays enabled without a project here, unlike under Source Files.
 const HostCommand kCommands[] = {
-    {ID_NODE_NEW, 1001, FALSE},      // new file
-    {ID_NODE_OPEN, 1002, FALSE},     // open file
-    {ID_NODE_SAVEALL, 1006, FALSE},  // save all
+    {ID_NODE_NEW, HostIde::kCmdNewFile, FALSE},
+    {ID_NODE_OPEN, HostIde::kCmdOpenFile, FALSE},
+    {ID_NODE_SAVEALL, HostIde::kCmdSaveAll, FALSE},
     {ID_NODE_HIDEASSISTWINDOW, ID_VIEW_ASSISTWINDOW, FALSE},
-    {ID_NODE_CLOSEALLWINDOWS, 1008, FALSE},
+    {ID_NODE_CLOSEALLWINDOWS, HostIde::kCmdCloseAll, FALSE},
 };
 }
 

@@ -1,6 +1,7 @@
 #include "CProjectTreeItem.h"
 
 #include "HostCommand.h"
+#include "HostIde.h"
 #include "resource.h"
 
 IMPLEMENT_DYNAMIC(CProjectTreeItem, CTreeItem)
@@ -8,14 +9,14 @@ IMPLEMENT_DYNAMIC(CProjectTreeItem, CTreeItem)
 namespace
 {
 const HostCommand kCommands[] = {
-    {ID_NODE_NEW, 1018, FALSE},             // new project
-    {ID_NODE_OPEN, 1019, FALSE},            // open project
-    {ID_NODE_EDIT, 1032, TRUE},             // edit project
-    {ID_NODE_CLOSE, 1030, TRUE},            // close project
-    {ID_NODE_SAVE, 1031, TRUE},             // save project
-    {ID_NODE_BUILD, 1033, TRUE},            // build
+    {ID_NODE_NEW, HostIde::kCmdNewProject, FALSE},
+    {ID_NODE_OPEN, HostIde::kCmdOpenProject, FALSE},
+    {ID_NODE_EDIT, HostIde::kCmdEditProject, TRUE},
+    {ID_NODE_CLOSE, HostIde::kCmdCloseProject, TRUE},
+    {ID_NODE_SAVE, HostIde::kCmdSaveProject, TRUE},
+    {ID_NODE_BUILD, HostIde::kCmdBuild, TRUE},
     {ID_NODE_HIDEASSISTWINDOW, ID_VIEW_ASSISTWINDOW, FALSE},
-    {ID_NODE_CLOSEALLWINDOWS, 1008, FALSE},
+    {ID_NODE_CLOSEALLWINDOWS, HostIde::kCmdCloseAll, FALSE},
 };
 }
 

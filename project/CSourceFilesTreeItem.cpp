@@ -1,6 +1,7 @@
 #include "CSourceFilesTreeItem.h"
 
 #include "HostCommand.h"
+#include "HostIde.h"
 #include "resource.h"
 
 IMPLEMENT_DYNAMIC(CSourceFilesTreeItem, CTreeItem)
@@ -8,12 +9,12 @@ IMPLEMENT_DYNAMIC(CSourceFilesTreeItem, CTreeItem)
 namespace
 {
 const HostCommand kCommands[] = {
-    {ID_NODE_NEW, 1001, FALSE},     // new file
-    {ID_NODE_OPEN, 1002, FALSE},    // open file
-    {ID_NODE_SAVEALL, 1006, TRUE},  // save all
-    {ID_NODE_BUILD, 1033, TRUE},    // build
+    {ID_NODE_NEW, HostIde::kCmdNewFile, FALSE},
+    {ID_NODE_OPEN, HostIde::kCmdOpenFile, FALSE},
+    {ID_NODE_SAVEALL, HostIde::kCmdSaveAll, TRUE},
+    {ID_NODE_BUILD, HostIde::kCmdBuild, TRUE},
     {ID_NODE_HIDEASSISTWINDOW, ID_VIEW_ASSISTWINDOW, FALSE},
-    {ID_NODE_CLOSEALLWINDOWS, 1008, FALSE},
+    {ID_NODE_CLOSEALLWINDOWS, HostIde::kCmdCloseAll, FALSE},
 };
 }
 

@@ -1,19 +1,19 @@
 #include "CWatchTreeItem.h"
 
 #include "HostCommand.h"
+#include "HostIde.h"
 #include "resource.h"
 
 IMPLEMENT_DYNAMIC(CWatchTreeItem, CTreeItem)
 
 namespace
 {
-const UINT kOpenWatch = 1130;
 
 const HostCommand kCommands[] = {
-    {ID_NODE_NEW, 1129, FALSE},  // new watch window
-    {ID_NODE_OPEN, kOpenWatch, FALSE},
+    {ID_NODE_NEW, HostIde::kCmdNewWatch, FALSE},
+    {ID_NODE_OPEN, HostIde::kCmdOpenWatch, FALSE},
     {ID_NODE_HIDEASSISTWINDOW, ID_VIEW_ASSISTWINDOW, FALSE},
-    {ID_NODE_CLOSEALLWINDOWS, 1008, FALSE},
+    {ID_NODE_CLOSEALLWINDOWS, HostIde::kCmdCloseAll, FALSE},
 };
 }
 
@@ -43,7 +43,7 @@ void CWatchTreeItem::OnUpdateCommand(CCmdUI* pCmdUI)
 
 void CWatchTreeItem::Open()
 {
-    PostHostCommand(m_hWndHost, kOpenWatch);
+    PostHostCommand(m_hWndHost, HostIde::kCmdOpenWatch);
 }
 
 void CWatchTreeItem::OnReturn()

@@ -1,6 +1,7 @@
 #include "CWindowTreeItem.h"
 
 #include "HostCommand.h"
+#include "HostIde.h"
 #include "WindowText.h"
 #include "resource.h"
 
@@ -22,11 +23,6 @@ const HostView g_hostViews[HOST_VIEW_COUNT] = {
     {IDS_BUILDRESULTS, 20, 0, "Build Results"},
 };
 
-namespace
-{
-const UINT kHostCloseAll = 1008;
-}
-
 CWindowTreeItem::CWindowTreeItem(HWND hWndHost, const CTreeCursor& parent, const HostView& view)
     : CTreeItem(hWndHost, parent, view.nIDText, view.nImage, -1), m_nCommand(view.nCommand),
       m_strTitle(view.pszTitle)
@@ -42,7 +38,7 @@ CString CWindowTreeItem::GetPath() const
 
 HWND CWindowTreeItem::FindHostWindow() const
 {
-    HWND hWndClient = FindWindowExA(m_hWndHost, nullptr, "MDIClient", nullptr);
+    HWND hWndClient = HostIde::FindMdiClient(m_hWndHost);
     if (!hWndClient)
         return nullptr;
     if (HWND hWnd = FindWindowExA(hWndClient, nullptr, nullptr, m_strTitle))
@@ -70,7 +66,7 @@ void CWindowTreeItem::Open()
         BringWindowToTop(hWnd);
         // The host activates a view when its text is clicked; SetFocus and
         // activation from this process do not reach the host's MDI logic.
-        if (HWND hWndText = FindWindowExA(hWnd, nullptr, "PFE_Text", nullptr))
+        if (HWND hWndText = HostIde::FindTextPane(hWnd))
         {
             PostMessageA(hWndText, WM_LBUTTONDOWN, 0, 0);
             PostMessageA(hWndText, WM_LBUTTONUP, 0, 0);
@@ -101,7 +97,7 @@ void CWindowTreeItem::OnCommand(UINT nID)
         PostHostCommand(m_hWndHost, ID_VIEW_ASSISTWINDOW);
         break;
     case ID_NODE_CLOSEALLWINDOWS:
-        PostHostCommand(m_hWndHost, kHostCloseAll);
+        PostHostCommand(m_hWndHost, HostIde::kCmdCloseAll);
         break;
     default:
         break;

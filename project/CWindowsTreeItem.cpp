@@ -1,6 +1,7 @@
 #include "CWindowsTreeItem.h"
 
 #include "HostCommand.h"
+#include "HostIde.h"
 #include "resource.h"
 
 IMPLEMENT_DYNAMIC(CWindowsTreeItem, CTreeItem)
@@ -8,10 +9,10 @@ IMPLEMENT_DYNAMIC(CWindowsTreeItem, CTreeItem)
 namespace
 {
 const HostCommand kCommands[] = {
-    {ID_NODE_OPEN, 1098, FALSE},  // open a window set
-    {ID_NODE_SAVE, 1097, FALSE},  // save the window set
+    {ID_NODE_OPEN, HostIde::kCmdOpenWindowSet, FALSE},
+    {ID_NODE_SAVE, HostIde::kCmdSaveWindowSet, FALSE},
     {ID_NODE_HIDEASSISTWINDOW, ID_VIEW_ASSISTWINDOW, FALSE},
-    {ID_NODE_CLOSEALLWINDOWS, 1008, FALSE},
+    {ID_NODE_CLOSEALLWINDOWS, HostIde::kCmdCloseAll, FALSE},
 };
 }
 

@@ -1,0 +1,54 @@
+// The host IDE as QUORVANT knows it: the window classes it registers, the
+// menu commands we post to its frame, the limits we keep per host, and how
+// its windows are found from one another. Plain Win32 and nothing else: the
+// tool and the hook library (which runs inside the host) both include it.
+#pragma once
+
+#include <windows.h>
+
+namespace HostIde
+{
+// Window classes. Class names compare exactly.
+const char kFrameClass[] = "PFE_Frame";   // the main window
+const char kClientClass[] = "MDIClient";  // the MDI client inside the frame
+const char kTextClass[] = "PFE_Text";     // an editor, or a view's text pane
+const char kToolBarClass[] = "PFE_TBar";  // a tool bar along the frame's top
+
+// WM_COMMAND ids of the host frame's menus (lParam 0).
+const UINT kCmdNewFile = 1001;
+const UINT kCmdOpenFile = 1002;
+const UINT kCmdSaveAll = 1006;
+const UINT kCmdCloseActive = 1007; // the active document
+const UINT kCmdCloseAll = 1008;
+const UINT kCmdNewProject = 1018;
+const UINT kCmdOpenProject = 1019;
+const UINT kCmdCloseProject = 1030;
+const UINT kCmdSaveProject = 1031;
+const UINT kCmdEditProject = 1032;
+const UINT kCmdBuild = 1033;
+const UINT kCmdBuildActive = 1035; // the active node
+const UINT kCmdPaste = 1040;
+const UINT kCmdSaveWindowSet = 1097;
+const UINT kCmdOpenWindowSet = 1098;
+const UINT kCmdNewWatch = 1129;
+const UINT kCmdOpenWatch = 1130;
+
+// Host frames one instance of the tool serves at a time.
+const unsigned kMaxFrames = 16;
+
+// Registered message the tool posts to a host frame and the hook library
+// reports back, so that the Assist Window is created inside a record.
+const char kCreateDockBarMessage[] = "49ED7A1D-5042-42B2-9095-89DBDA86205C";
+
+inline HWND FindMdiClient(HWND hWndFrame)
+{
+    return ::FindWindowExA(hWndFrame, nullptr, kClientClass, nullptr);
+}
+
+// The text pane of an MDI child (an editor is its own text window; a view
+// holds one as a child), or NULL.
+inline HWND FindTextPane(HWND hWndChild)
+{
+    return ::FindWindowExA(hWndChild, nullptr, kTextClass, nullptr);
+}
+} // namespace HostIde
