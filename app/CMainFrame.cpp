@@ -5,6 +5,7 @@
 #include "CProjectDlg.h"
 #include "ProgramLauncher.h"
 #include "QuorvantHook.h"
+#include "resource.h"
 
 IMPLEMENT_DYNCREATE(CMainFrame, CTrayIconFrame)
 
@@ -18,21 +19,17 @@ END_MESSAGE_MAP()
 
 CMainFrame::CMainFrame()
 {
-    m_images.Create(128, 16, 0, RGB(255, 0, 255));
+    m_images.Create(IDB_IMAGES, 16, 0, RGB(255, 0, 255));
 }
 
-CMainFrame::~CMainFrame()
-{
-    if (m_hIconTray)
-        DestroyIcon(m_hIconTray);
-}
+CMainFrame::~CMainFrame() = default;
 
 int CMainFrame::OnCreate(LPCREATESTRUCT lpCreateStruct)
 {
     if (CTrayIconFrame::OnCreate(lpCreateStruct) == -1)
         return -1;
-    m_hIconTray = m_images.GetIcon(0);
-    SetTrayIcon(m_hIconTray, 100u);
+    m_iconTray.Reset(m_images.GetIcon(0));
+    SetTrayIcon(m_iconTray.m_hIcon, IDS_TRAYTIP);
     installHook(m_hWnd);
     return 0;
 }

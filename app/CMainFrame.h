@@ -3,6 +3,7 @@
 // program's own requests (run a command line, open the Comment Editor).
 #pragma once
 
+#include "CIcon.h"
 #include "CImageList.h"
 #include "CItems.h"
 #include "CTrayIconFrame.h"
@@ -27,7 +28,7 @@ protected:
     LRESULT OnOpenCommentEditor(WPARAM wParam, LPARAM lParam);
     LRESULT OnRunCommand(WPARAM wParam, LPARAM lParam);
 
-    HICON m_hIconTray = nullptr; // made from image 0; the shell keeps its own copy
+    CIcon m_iconTray; // made from image 0; the shell keeps its own copy
     CImageList m_images;
     CItems m_items;
 

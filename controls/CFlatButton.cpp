@@ -1,5 +1,6 @@
 #include "CFlatButton.h"
 
+#include "CIcon.h"
 #include "CWindowDC.h"
 
 BEGIN_MESSAGE_MAP(CFlatButton, CButton)
@@ -23,11 +24,10 @@ const int kTimerAttempts = 9999;
 // carrier and is destroyed at once.
 BOOL AppendImage(CImageList& target, const CImageList& source, int nImage)
 {
-    HICON hIcon = source.GetIcon(nImage);
-    if (!hIcon)
+    CIcon icon(source.GetIcon(nImage));
+    if (!icon.m_hIcon)
         return FALSE;
-    target.Add(hIcon);
-    DestroyIcon(hIcon);
+    target.Add(icon.m_hIcon);
     return TRUE;
 }
 
@@ -197,10 +197,11 @@ void CFlatButton::DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct)
         else
             m_imageList.Draw(dc, m_nImage, CPoint(rcImage.left, rcImage.top), ILD_TRANSPARENT);
     }
-    else if (HICON hIcon = m_imageList.GetIcon(0))
+    else
     {
-        dc.DrawState(CPoint(rcImage.left, rcImage.top), m_sizeImage, hIcon, DSS_DISABLED);
-        DestroyIcon(hIcon);
+        CIcon icon(m_imageList.GetIcon(0));
+        if (icon.m_hIcon)
+            dc.DrawState(CPoint(rcImage.left, rcImage.top), m_sizeImage, icon.m_hIcon, DSS_DISABLED);
     }
 
     if (bHasText)

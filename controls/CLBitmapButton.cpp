@@ -1,6 +1,7 @@
 #include "CLBitmapButton.h"
 
 #include "CDC.h"
+#include "CIcon.h"
 
 BEGIN_MESSAGE_MAP(CLBitmapButton, CButton)
     ON_WM_CREATE()
@@ -9,25 +10,6 @@ END_MESSAGE_MAP()
 
 namespace
 {
-// A copy of one image as an icon, destroyed on every path.
-class CImageIcon
-{
-public:
-    CImageIcon(HIMAGELIST hImageList, int nImage)
-        : m_hIcon(hImageList ? ImageList_GetIcon(hImageList, nImage, ILD_NORMAL) : nullptr)
-    {
-    }
-    ~CImageIcon()
-    {
-        if (m_hIcon)
-            DestroyIcon(m_hIcon);
-    }
-    CImageIcon(const CImageIcon&) = delete;
-    CImageIcon& operator=(const CImageIcon&) = delete;
-
-    HICON m_hIcon;
-};
-
 // Draws one ring of the frame and moves the rectangle one pixel inwards.
 void DrawRing(CDC& dc, CRect& rect, COLORREF clrTopLeft, COLORREF clrBottomRight)
 {
@@ -43,7 +25,7 @@ BOOL CLBitmapButton::SetImage(CImageList* pImageList, int nImage)
         return FALSE;
     m_sizeImage = CSize(info.rcImage.right - info.rcImage.left, info.rcImage.bottom - info.rcImage.top);
     const BOOL bCreated = m_imageList.Create(m_sizeImage.cx, m_sizeImage.cy, ILC_COLORDDB | ILC_MASK, 0, 1);
-    CImageIcon icon(*pImageList, nImage);
+    CIcon icon(pImageList->GetIcon(nImage));
     if (icon.m_hIcon && m_imageList.GetSafeHandle())
         ImageList_ReplaceIcon(m_imageList, -1, icon.m_hIcon);
     if (m_hWnd)
@@ -161,7 +143,7 @@ void CLBitmapButton::DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct)
     }
     else
     {
-        CImageIcon icon(m_imageList, 0);
+        CIcon icon(m_imageList.GetIcon(0));
         if (icon.m_hIcon)
             dc.DrawState(CPoint(rectImage.left, rectImage.top), m_sizeImage, icon.m_hIcon, DST_ICON | DSS_DISABLED);
     }

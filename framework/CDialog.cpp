@@ -93,8 +93,12 @@ BOOL CDialog::CreateFromTemplate(LPCSTR lpszTemplateName, HWND hWndParent)
     HRSRC hResource = FindResourceA(hInstance, lpszTemplateName, RT_DIALOG);
     HGLOBAL hTemplate = hResource ? LoadResource(hInstance, hResource) : nullptr;
     const DLGTEMPLATE* pTemplate = hTemplate ? static_cast<const DLGTEMPLATE*>(LockResource(hTemplate)) : nullptr;
-    if (!pTemplate)
-        return FALSE;
+    return pTemplate && CreateIndirect(pTemplate, hWndParent);
+}
+
+BOOL CDialog::CreateIndirect(const DLGTEMPLATE* pTemplate, HWND hWndParent)
+{
+    HINSTANCE hInstance = GetModuleHandleA(nullptr);
     RegisterCommonControls();
 
     m_nModalResult = -1;

@@ -29,6 +29,9 @@ public:
     // Modeless creation. Without a parent, the application's main window owns it.
     BOOL Create(LPCSTR lpszTemplateName, CWnd* pParentWnd = nullptr);
     BOOL Create(UINT nIDTemplate, CWnd* pParentWnd = nullptr);
+    // Modeless creation from a template in memory (a resource's template
+    // with its styles changed, say) under hWndParent.
+    BOOL CreateIndirect(const DLGTEMPLATE* pTemplate, HWND hWndParent);
     virtual INT_PTR DoModal();
     // Ends a modal dialog with nResult (hiding it); a modeless one is only hidden.
     void EndDialog(int nResult);

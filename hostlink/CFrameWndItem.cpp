@@ -123,14 +123,14 @@ void CFrameWndItem::OnHookMessageDone(const HookRecord* pRecord)
     case WM_ACTIVATEAPP:
         if (ToolBarChanged())
             MeasureLayout();
-        // Wine: the frame came to the front; its pop-up goes along.
+        // The frame came to the front; the Assist Window goes along.
         if (pDockBar)
             pDockBar->FollowHost();
         break;
     case WM_MOVE:
     case WM_WINDOWPOSCHANGED:
     case WM_SHOWWINDOW:
-        // Wine: the pop-up follows the frame by hand (a child needs nothing).
+        // The Assist Window follows the frame as its attachment needs.
         if (pDockBar)
             pDockBar->FollowHost();
         break;
