@@ -38,7 +38,9 @@ public:
     void RunExternalEditor(HWND hWndFrame, const CString& strTemplate, const CString& strFileName);
 };
 
-// The application object, as every part of the program reaches it.
+// The application object, as every part of the program reaches it. Never
+// NULL: the one CApp is a static object, made before any window and gone
+// after the last, in the tool and in every test program that links it.
 CApp* GetApp();
 
 // Process-wide objects, made before the application object starts.

@@ -87,6 +87,9 @@ void CMainFrame::OnClose()
     // host: when nothing has arrived for a while, the items of hosts that do
     // not answer go too, so that the tool can always end.
     const DWORD kQuietMs = 1000;
+    // Between messages the loop sleeps until the next one, or this long to
+    // look for windows that went without a record.
+    const DWORD kVanishedCheckMs = 50;
     size_t nLeft = m_items.size();
     DWORD dwSince = GetTickCount();
     while (!m_items.IsEmpty())
@@ -98,6 +101,7 @@ void CMainFrame::OnClose()
             DispatchMessageA(&msg);
             continue;
         }
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, kVanishedCheckMs, QS_ALLINPUT);
         m_items.RemoveVanished();
         if (m_items.size() != nLeft)
         {

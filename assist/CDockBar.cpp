@@ -78,8 +78,7 @@ void CDockBar::DispatchHostMessage(const HookRecord* pRecord)
 
 BOOL CDockBar::IsDockedLeft() const
 {
-    CApp* pApp = GetApp();
-    return pApp ? pApp->m_bDockLeft : TRUE;
+    return GetApp()->m_bDockLeft;
 }
 
 void CDockBar::SetSize(int cx, int cy)
@@ -114,7 +113,7 @@ BOOL CDockBar::OnInitDialog()
     // Only the stored width counts: the host frame item puts the dock bar in
     // its place afterwards.
     CApp* pApp = GetApp();
-    if (pApp && !pApp->m_rectDock.IsRectEmpty())
+    if (!pApp->m_rectDock.IsRectEmpty())
     {
         CRect rectClient;
         GetClientRect(&rectClient);
@@ -149,12 +148,9 @@ BOOL CDockBar::OnInitDialog()
 void CDockBar::OnDestroy()
 {
     m_pAttachment->OnDestroy();
-    if (CApp* pApp = GetApp())
-    {
-        CRect rectClient;
-        GetClientRect(&rectClient);
-        pApp->m_rectDock = CRect(0, 0, rectClient.Width(), rectClient.Height());
-    }
+    CRect rectClient;
+    GetClientRect(&rectClient);
+    GetApp()->m_rectDock = CRect(0, 0, rectClient.Width(), rectClient.Height());
     CModelessDialogEx::OnDestroy();
 }
 
@@ -243,6 +239,20 @@ void CDockBar::OnPaint()
     dc.SelectStockObject(NULL_PEN);
 }
 
+BOOL CDockBar::PreTranslateMessage(MSG* pMsg)
+{
+    // The pointer over a page or the tabs is off the splitter edge too; the
+    // framework offers every message of the pages here first.
+    if (pMsg->message == WM_MOUSEMOVE && pMsg->hwnd != m_hWnd)
+    {
+        CPoint point;
+        ::GetCursorPos(&point);
+        ScreenToClient(&point);
+        m_splitter.OnMouseMove(point);
+    }
+    return CModelessDialogEx::PreTranslateMessage(pMsg);
+}
+
 void CDockBar::OnMouseMove(UINT /*nFlags*/, CPoint point)
 {
     m_splitter.OnMouseMove(point);
@@ -279,10 +289,7 @@ void CDockBar::OnSplitterResized(int cx)
 
 void CDockBar::OnGripperSideChosen(BOOL bLeft)
 {
-    CApp* pApp = GetApp();
-    if (!pApp)
-        return;
-    pApp->m_bDockLeft = bLeft;
+    GetApp()->m_bDockLeft = bLeft;
     // The margins follow the new side at once.
     CRect rc;
     GetWindowRect(&rc);

@@ -47,6 +47,8 @@ public:
     // The host frame moved, was minimised, restored, hidden or activated.
     void FollowHost() { m_pAttachment->FollowHost(); }
 
+    BOOL PreTranslateMessage(MSG* pMsg) override;
+
 protected:
     BOOL OnInitDialog() override;
     void DoDataExchange(CDataExchange* pDX) override;

@@ -135,7 +135,6 @@ void CDockSplitter::OnLButtonDown(CPoint point)
     }
     else
         return;
-    m_bCommit = FALSE;
     m_wnd.SetCapture();
 }
 
@@ -143,16 +142,12 @@ void CDockSplitter::OnLButtonUp()
 {
     // Releasing the capture ends the drag in OnCaptureChanged.
     if (m_drag == Drag::Resizing || m_drag == Drag::Moving)
-    {
-        m_bCommit = TRUE;
         ReleaseCapture();
-    }
 }
 
 void CDockSplitter::OnCaptureChanged()
 {
     const Drag drag = m_drag;
-    const BOOL bCommit = m_bCommit;
     if (drag == Drag::Resizing)
         DrawResizeTracker();
     else if (drag == Drag::Moving)
@@ -160,9 +155,6 @@ void CDockSplitter::OnCaptureChanged()
     else
         return;
     m_drag = Drag::None;
-    m_bCommit = FALSE;
-    if (!bCommit)
-        return; // another window took the capture: the drag is cancelled
 
     if (drag == Drag::Resizing)
     {

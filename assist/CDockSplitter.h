@@ -2,8 +2,9 @@
 // drags on its owner's window, with XOR feedback drawn on the screen.
 // Dragging the splitter reports the new width, dragging the gripper reports
 // the side the pointer chose; what follows (sizes, settings, the host's
-// layout) is the owner's business. A drag is committed by the button's
-// release and cancelled when the capture goes any other way.
+// layout) is the owner's business. A drag ends when the capture goes, by
+// the button's release or any other way (WM_CANCELMODE, another window
+// taking it), and is applied where the tracker was.
 #pragma once
 
 #include "CRect.h"
@@ -60,7 +61,6 @@ private:
     HWND m_hWndHost;
     HCURSOR m_hcurSplit = nullptr;
     Drag m_drag = Drag::None;
-    BOOL m_bCommit = FALSE;   // the button was released: the capture change commits
     CPoint m_ptDrag;          // last tracked pointer position, client coordinates
     CRect m_rcGripper;
     BOOL m_bDropLeft = FALSE; // side chosen by the current move drag

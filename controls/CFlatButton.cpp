@@ -1,5 +1,6 @@
 #include "CFlatButton.h"
 
+#include "ButtonLook.h"
 #include "CIcon.h"
 #include "CWindowDC.h"
 
@@ -46,10 +47,7 @@ CFlatButton::~CFlatButton() = default;
 
 void CFlatButton::ReadColors()
 {
-    m_clrHighlight = GetSysColor(COLOR_BTNHIGHLIGHT);
-    m_clrShadow = GetSysColor(COLOR_BTNSHADOW);
-    m_clrFace = GetSysColor(COLOR_BTNFACE);
-    m_clrGrayText = GetSysColor(COLOR_GRAYTEXT);
+    m_colors = ButtonColors::Read();
 }
 
 void CFlatButton::InitButton()
@@ -58,30 +56,7 @@ void CFlatButton::InitButton()
     GetWindowText(m_strText);
     ReadColors();
 
-    const DWORD dwStyle = GetStyle();
-    m_uTextFormat = (dwStyle & BS_MULTILINE) ? 0 : DT_SINGLELINE;
-    switch (dwStyle & BS_CENTER)
-    {
-    case BS_LEFT:
-        break;
-    case BS_RIGHT:
-        m_uTextFormat |= DT_RIGHT;
-        break;
-    default: // none, or BS_CENTER
-        m_uTextFormat |= DT_CENTER;
-        break;
-    }
-    switch (dwStyle & BS_VCENTER)
-    {
-    case BS_TOP:
-        break;
-    case BS_BOTTOM:
-        m_uTextFormat |= DT_BOTTOM;
-        break;
-    default: // none, or BS_VCENTER
-        m_uTextFormat |= DT_VCENTER;
-        break;
-    }
+    m_uTextFormat = ButtonTextFormat(GetStyle());
 }
 
 void CFlatButton::PreSubclassWindow()
@@ -100,13 +75,7 @@ int CFlatButton::OnCreate(LPCREATESTRUCT lpCreateStruct)
 
 BOOL CFlatButton::SetImage(CImageList* pImageList, int nImage)
 {
-    IMAGEINFO info = {};
-    if (!HasImage(pImageList, nImage) || !pImageList->GetImageInfo(nImage, &info))
-        return FALSE;
-    m_sizeImage = CSize(info.rcImage.right - info.rcImage.left, info.rcImage.bottom - info.rcImage.top);
-    const BOOL bResult = m_imageList.Create(m_sizeImage.cx, m_sizeImage.cy, ILC_COLORDDB | ILC_MASK, 0, 1);
-    AppendImage(m_imageList, *pImageList, nImage);
-    return bResult;
+    return CopyButtonImage(pImageList, nImage, m_imageList, m_sizeImage);
 }
 
 BOOL CFlatButton::CreateImages(UINT nBitmapID, int cx, COLORREF crMask)
@@ -172,7 +141,7 @@ void CFlatButton::DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct)
         m_bPressed = m_bChecked != FALSE;
 
     if (!m_bTransparent)
-        dc.FillSolidRect(&m_rcItem, m_clrFace);
+        dc.FillSolidRect(&m_rcItem, m_colors.clrFace);
 
     // With a caption the image keeps equal margins at the left and the top;
     // alone it is centred. A button no larger than its image gets it at its
@@ -232,10 +201,10 @@ void CFlatButton::DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct)
         else
         {
             // Engraved: a highlight copy one pixel down and right, grey on top.
-            const COLORREF clrOldText = dc.SetTextColor(m_clrHighlight);
+            const COLORREF clrOldText = dc.SetTextColor(m_colors.clrHighlight);
             CRect rcEngrave(rcText.left + 1, rcText.top + 1, rcText.right, rcText.bottom);
             dc.DrawText(m_strText, &rcEngrave, m_uTextFormat);
-            dc.SetTextColor(m_clrGrayText);
+            dc.SetTextColor(m_colors.clrGrayText);
             dc.DrawText(m_strText, &rcText, m_uTextFormat);
             dc.SetTextColor(clrOldText);
         }
@@ -244,9 +213,9 @@ void CFlatButton::DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct)
     if (m_bEnabled)
     {
         if (m_bPressed)
-            dc.Draw3dRect(&m_rcItem, m_clrShadow, m_clrHighlight);
+            dc.Draw3dRect(&m_rcItem, m_colors.clrShadow, m_colors.clrHighlight);
         else if (lpDrawItemStruct->itemAction & ODA_FOCUS)
-            dc.Draw3dRect(&m_rcItem, m_clrHighlight, m_clrShadow);
+            dc.Draw3dRect(&m_rcItem, m_colors.clrHighlight, m_colors.clrShadow);
     }
     dc.SetBkMode(nOldMode);
 }
@@ -264,7 +233,7 @@ LRESULT CFlatButton::OnNcHitTest(CPoint point)
             if (!m_bHot)
             {
                 CWindowDC dc(this);
-                dc.Draw3dRect(&m_rcItem, m_clrHighlight, m_clrShadow);
+                dc.Draw3dRect(&m_rcItem, m_colors.clrHighlight, m_colors.clrShadow);
                 m_bHot = true;
                 SetHoverTimer(TRUE);
             }
@@ -279,7 +248,7 @@ LRESULT CFlatButton::OnNcHitTest(CPoint point)
             else
             {
                 CWindowDC dc(this);
-                dc.Draw3dRect(&m_rcItem, m_clrFace, m_clrFace);
+                dc.Draw3dRect(&m_rcItem, m_colors.clrFace, m_colors.clrFace);
             }
             m_bHot = false;
             SetHoverTimer(FALSE);
@@ -353,7 +322,7 @@ void CFlatButton::OnSetFocus(CWnd* pOldWnd)
     if (m_bFocusBorder)
     {
         CWindowDC dc(this);
-        dc.Draw3dRect(&m_rcItem, m_clrHighlight, m_clrShadow);
+        dc.Draw3dRect(&m_rcItem, m_colors.clrHighlight, m_colors.clrShadow);
     }
 }
 

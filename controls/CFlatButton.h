@@ -10,6 +10,7 @@
 // it over, and it comes back when the pointer leaves and returns.
 #pragma once
 
+#include "ButtonLook.h"
 #include "CButton.h"
 #include "CImageList.h"
 
@@ -79,10 +80,7 @@ protected:
     bool m_bPressed = false;       // pressed look, set by every draw
     bool m_bEnabled = false;       // set by every draw: no hover before the first one
     UINT m_nTimer = 0;             // hover polling timer, 0 when none runs
-    COLORREF m_clrHighlight = 0;
-    COLORREF m_clrShadow = 0;
-    COLORREF m_clrFace = 0;
-    COLORREF m_clrGrayText = 0;
+    ButtonColors m_colors;
     int m_nImagePressed = 0;
     int m_nImage = 0;
     int m_nPressOffset = 1;

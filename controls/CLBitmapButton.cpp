@@ -1,5 +1,6 @@
 #include "CLBitmapButton.h"
 
+#include "ButtonLook.h"
 #include "CDC.h"
 #include "CIcon.h"
 
@@ -20,14 +21,7 @@ void DrawRing(CDC& dc, CRect& rect, COLORREF clrTopLeft, COLORREF clrBottomRight
 
 BOOL CLBitmapButton::SetImage(CImageList* pImageList, int nImage)
 {
-    IMAGEINFO info = {};
-    if (!pImageList || !pImageList->GetImageInfo(nImage, &info))
-        return FALSE;
-    m_sizeImage = CSize(info.rcImage.right - info.rcImage.left, info.rcImage.bottom - info.rcImage.top);
-    const BOOL bCreated = m_imageList.Create(m_sizeImage.cx, m_sizeImage.cy, ILC_COLORDDB | ILC_MASK, 0, 1);
-    CIcon icon(pImageList->GetIcon(nImage));
-    if (icon.m_hIcon && m_imageList.GetSafeHandle())
-        ImageList_ReplaceIcon(m_imageList, -1, icon.m_hIcon);
+    const BOOL bCreated = CopyButtonImage(pImageList, nImage, m_imageList, m_sizeImage);
     if (m_hWnd)
         Invalidate();
     return bCreated;
@@ -67,42 +61,12 @@ void CLBitmapButton::InitButton()
     GetWindowText(m_strText);
     ReadColors();
 
-    const DWORD dwStyle = GetStyle();
-    m_nFormat = (dwStyle & BS_MULTILINE) ? 0 : DT_SINGLELINE;
-    // Two bits each: one alone aligns to its side, none or both centre.
-    switch (dwStyle & (BS_LEFT | BS_RIGHT))
-    {
-    case BS_LEFT:
-        m_nFormat |= DT_LEFT;
-        break;
-    case BS_RIGHT:
-        m_nFormat |= DT_RIGHT;
-        break;
-    default:
-        m_nFormat |= DT_CENTER;
-        break;
-    }
-    switch (dwStyle & (BS_TOP | BS_BOTTOM))
-    {
-    case BS_TOP:
-        m_nFormat |= DT_TOP;
-        break;
-    case BS_BOTTOM:
-        m_nFormat |= DT_BOTTOM;
-        break;
-    default:
-        m_nFormat |= DT_VCENTER;
-        break;
-    }
+    m_nFormat = ButtonTextFormat(GetStyle());
 }
 
 void CLBitmapButton::ReadColors()
 {
-    m_clrHilight = GetSysColor(COLOR_3DHILIGHT);
-    m_clrShadow = GetSysColor(COLOR_3DSHADOW);
-    m_clrDkShadow = GetSysColor(COLOR_3DDKSHADOW);
-    m_clrFace = GetSysColor(COLOR_3DFACE);
-    m_clrGrayText = GetSysColor(COLOR_GRAYTEXT);
+    m_colors = ButtonColors::Read();
 }
 
 void CLBitmapButton::DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct)
@@ -119,7 +83,7 @@ void CLBitmapButton::DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct)
     const bool bMarked = (nState & ~static_cast<UINT>(ODS_NOACCEL | ODS_NOFOCUSRECT)) != 0;
 
     const int nOldMode = dc.SetBkMode(TRANSPARENT);
-    dc.FillSolidRect(&rectItem, m_clrFace);
+    dc.FillSolidRect(&rectItem, m_colors.clrFace);
 
     // The image keeps the same margin at the left as at the top, so the text
     // follows close by; without text it sits in the middle.
@@ -161,9 +125,9 @@ void CLBitmapButton::DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct)
         {
             CRect rectEtch(rectText);
             OffsetRect(&rectEtch, 1, 1);
-            const COLORREF clrOld = dc.SetTextColor(m_clrHilight);
+            const COLORREF clrOld = dc.SetTextColor(m_colors.clrHighlight);
             dc.DrawText(m_strText, &rectEtch, m_nFormat);
-            dc.SetTextColor(m_clrGrayText);
+            dc.SetTextColor(m_colors.clrGrayText);
             dc.DrawText(m_strText, &rectText, m_nFormat);
             dc.SetTextColor(clrOld);
         }
@@ -177,20 +141,20 @@ void CLBitmapButton::DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct)
         dc.DrawFocusRect(&rectFocus);
         if (bPressed)
         {
-            DrawRing(dc, rectFrame, m_clrDkShadow, m_clrDkShadow);
-            DrawRing(dc, rectFrame, m_clrShadow, m_clrShadow);
+            DrawRing(dc, rectFrame, m_colors.clrDkShadow, m_colors.clrDkShadow);
+            DrawRing(dc, rectFrame, m_colors.clrShadow, m_colors.clrShadow);
         }
         else
         {
-            DrawRing(dc, rectFrame, m_clrDkShadow, m_clrDkShadow);
-            DrawRing(dc, rectFrame, m_clrHilight, m_clrDkShadow);
-            DrawRing(dc, rectFrame, m_clrFace, m_clrShadow);
+            DrawRing(dc, rectFrame, m_colors.clrDkShadow, m_colors.clrDkShadow);
+            DrawRing(dc, rectFrame, m_colors.clrHighlight, m_colors.clrDkShadow);
+            DrawRing(dc, rectFrame, m_colors.clrFace, m_colors.clrShadow);
         }
     }
     else
     {
-        DrawRing(dc, rectFrame, m_clrHilight, m_clrDkShadow);
-        DrawRing(dc, rectFrame, m_clrFace, m_clrShadow);
+        DrawRing(dc, rectFrame, m_colors.clrHighlight, m_colors.clrDkShadow);
+        DrawRing(dc, rectFrame, m_colors.clrFace, m_colors.clrShadow);
     }
 
     dc.SetBkMode(nOldMode);

@@ -8,6 +8,7 @@
 // it is created (WM_CREATE) or bound to a dialog's control (subclassing).
 #pragma once
 
+#include "ButtonLook.h"
 #include "CButton.h"
 #include "CImageList.h"
 #include "CRect.h"
@@ -34,11 +35,7 @@ protected:
     CImageList m_imageList;  // the button's one image, index 0
     CSize m_sizeImage;
     UINT m_nFormat = DT_SINGLELINE | DT_CENTER | DT_VCENTER; // DrawText flags from the style
-    COLORREF m_clrHilight = 0;
-    COLORREF m_clrShadow = 0;
-    COLORREF m_clrDkShadow = 0;
-    COLORREF m_clrFace = 0;
-    COLORREF m_clrGrayText = 0;
+    ButtonColors m_colors;
 
     DECLARE_MESSAGE_MAP()
 

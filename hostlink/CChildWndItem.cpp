@@ -45,7 +45,7 @@ void CChildWndItem::OnKeyDown(const HookRecord* pRecord)
     case VK_RETURN:
         if (HWND hWndFrame = GetHostFrame())
         {
-            if (pApp && pApp->m_pMainWnd)
+            if (pApp->m_pMainWnd)
                 pApp->m_pMainWnd->PostMessage(WM_OPENCOMMENTEDITOR, reinterpret_cast<WPARAM>(hWndFrame), 0);
         }
         break;

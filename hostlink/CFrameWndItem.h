@@ -24,6 +24,7 @@ public:
     void OnHookMessage(const HookRecord* pRecord) override;
     void OnHookMessageDone(const HookRecord* pRecord) override;
 
+private:
     // Takes the MDI client's place as the host left it and cuts the Assist
     // Window's strip off it.
     void MeasureLayout();
@@ -42,7 +43,6 @@ public:
     CRect m_rectToolBar;            // the tool bar at the last check
     BOOL m_bRedrawSuspended = FALSE;
 
-private:
     // The Assist Window while its window exists, else NULL: it deletes itself
     // with its window, which the host frame may take down first.
     CDockBar* GetDockBar();

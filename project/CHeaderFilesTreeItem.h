@@ -3,20 +3,11 @@
 // Save All does not depend on a project.
 #pragma once
 
-#include "CTreeItem.h"
+#include "CCommandTreeItem.h"
 
-class CHeaderFilesTreeItem : public CTreeItem
+class CHeaderFilesTreeItem : public CCommandTreeItem
 {
     DECLARE_DYNAMIC(CHeaderFilesTreeItem)
 public:
     CHeaderFilesTreeItem(HWND hWndHost, const CTreeCursor& parent, CString* pstrProject);
-    ~CHeaderFilesTreeItem() override;
-
-    CString GetPath() const override;
-    void OnCommand(UINT nID) override;
-    void OnUpdateCommand(CCmdUI* pCmdUI) override;
-    void Open() override;
-    void OnReturn() override;
-
-    CString* m_pstrProject; // the page's project path; not owned, never read
 };

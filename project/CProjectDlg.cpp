@@ -180,10 +180,8 @@ void CProjectDlg::DoDataExchange(CDataExchange* pDX)
     // Read at each exchange: whoever changes the patterns sees the change
     // at the next poll.
     CApp* pApp = GetApp();
-    const CString strSource = pApp ? pApp->m_strSource : CString();
-    const CString strHeader = pApp ? pApp->m_strHeader : CString();
-    FillGroup(m_sourceFiles, m_cursorSourceFiles, strSource, kImageSourceFile);
-    FillGroup(m_headerFiles, m_cursorHeaderFiles, strHeader, kImageHeaderFile);
+    FillGroup(m_sourceFiles, m_cursorSourceFiles, pApp->m_strSource, kImageSourceFile);
+    FillGroup(m_headerFiles, m_cursorHeaderFiles, pApp->m_strHeader, kImageHeaderFile);
 }
 
 CString CProjectDlg::ReadProjectPath() const
@@ -417,33 +415,12 @@ void CProjectDlg::OnUpdateNodeCommand(CCmdUI* pCmdUI)
         pItem->OnUpdateCommand(pCmdUI);
 }
 
-BOOL CProjectDlg::PreTranslateMessage(MSG* pMsg)
-{
-    if (pMsg->message == WM_MOUSEMOVE)
-    {
-        // The dock bar (page, tab control, dock bar) tracks its splitter
-        // with the mouse moves of everything inside it.
-        HWND hWndTab = ::GetParent(m_hWnd);
-        HWND hWndDockBar = hWndTab ? ::GetParent(hWndTab) : nullptr;
-        if (hWndDockBar)
-        {
-            POINT pt;
-            ::GetCursorPos(&pt);
-            ::ScreenToClient(hWndDockBar, &pt);
-            ::SendMessageA(hWndDockBar, WM_MOUSEMOVE, pMsg->wParam,
-                           MAKELPARAM(static_cast<WORD>(pt.x), static_cast<WORD>(pt.y)));
-        }
-    }
-    return CDockPage::PreTranslateMessage(pMsg);
-}
-
 void CProjectDlg::OnHostMessage(const HookRecord* pRecord)
 {
     if (!pRecord || pRecord->nMessage != WM_ACTIVATEAPP)
         return;
     // Read at each record: the setting may be changed while the page lives.
-    CApp* pApp = GetApp();
-    if (!pApp || !pApp->m_bReloadFileAutomatically)
+    if (!GetApp()->m_bReloadFileAutomatically)
         return;
 
     // Both groups hold file records only.

@@ -57,7 +57,6 @@ public:
     // are left alone. The group's nodes are sorted by name afterwards.
     void FillGroup(CTreeItems& group, CTreeCursor cursorGroup, LPCSTR lpszPatterns, int nImage);
 
-    BOOL PreTranslateMessage(MSG* pMsg) override;
     BOOL OnReturnKey() override;
     void OnInitPage() override;
     void OnHostMessage(const HookRecord* pRecord) override;

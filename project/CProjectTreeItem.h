@@ -3,22 +3,13 @@
 // commands; those that act on the open project are greyed without one.
 #pragma once
 
-#include "CTreeItem.h"
+#include "CCommandTreeItem.h"
 
-class CProjectTreeItem : public CTreeItem
+class CProjectTreeItem : public CCommandTreeItem
 {
     DECLARE_DYNAMIC(CProjectTreeItem)
 public:
     // pstrProject: the page's project path, empty when no project is open;
     // not owned, the page outlives its nodes.
     CProjectTreeItem(HWND hWndHost, CTreeCtrl* pTree, CString* pstrProject);
-    ~CProjectTreeItem() override;
-
-    CString GetPath() const override;
-    void OnCommand(UINT nID) override;
-    void OnUpdateCommand(CCmdUI* pCmdUI) override;
-    void Open() override;
-    void OnReturn() override;
-
-    CString* m_pstrProject;
 };

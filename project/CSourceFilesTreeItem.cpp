@@ -1,10 +1,9 @@
 #include "CSourceFilesTreeItem.h"
 
-#include "HostCommand.h"
 #include "HostIde.h"
 #include "resource.h"
 
-IMPLEMENT_DYNAMIC(CSourceFilesTreeItem, CTreeItem)
+IMPLEMENT_DYNAMIC(CSourceFilesTreeItem, CCommandTreeItem)
 
 namespace
 {
@@ -16,37 +15,9 @@ const HostCommand kCommands[] = {
     {ID_NODE_HIDEASSISTWINDOW, ID_VIEW_ASSISTWINDOW, FALSE},
     {ID_NODE_CLOSEALLWINDOWS, HostIde::kCmdCloseAll, FALSE},
 };
-}
+} // namespace
 
 CSourceFilesTreeItem::CSourceFilesTreeItem(HWND hWndHost, const CTreeCursor& parent, CString* pstrProject)
-    : CTreeItem(hWndHost, parent, IDS_SOURCEFILES, 7, 8), m_pstrProject(pstrProject)
-{
-}
-
-CSourceFilesTreeItem::~CSourceFilesTreeItem() = default;
-
-CString CSourceFilesTreeItem::GetPath() const
-{
-    return CString();
-}
-
-void CSourceFilesTreeItem::OnCommand(UINT nID)
-{
-    if (const HostCommand* pCommand = FindHostCommand(kCommands, ARRAYSIZE(kCommands), nID))
-        PostHostCommand(m_hWndHost, pCommand->nHostCommand);
-}
-
-void CSourceFilesTreeItem::OnUpdateCommand(CCmdUI* pCmdUI)
-{
-    const HostCommand* pCommand = FindHostCommand(kCommands, ARRAYSIZE(kCommands), pCmdUI->m_nID);
-    pCmdUI->Enable(pCommand && (!pCommand->bNeedsProject || (m_pstrProject && !m_pstrProject->IsEmpty())));
-}
-
-// A group has no default action: a double click only folds it.
-void CSourceFilesTreeItem::Open()
-{
-}
-
-void CSourceFilesTreeItem::OnReturn()
+    : CCommandTreeItem(hWndHost, parent, IDS_SOURCEFILES, 7, 8, Table(kCommands, pstrProject))
 {
 }

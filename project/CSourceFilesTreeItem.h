@@ -3,20 +3,11 @@
 // itself only posts the host's file and build commands.
 #pragma once
 
-#include "CTreeItem.h"
+#include "CCommandTreeItem.h"
 
-class CSourceFilesTreeItem : public CTreeItem
+class CSourceFilesTreeItem : public CCommandTreeItem
 {
     DECLARE_DYNAMIC(CSourceFilesTreeItem)
 public:
     CSourceFilesTreeItem(HWND hWndHost, const CTreeCursor& parent, CString* pstrProject);
-    ~CSourceFilesTreeItem() override;
-
-    CString GetPath() const override;
-    void OnCommand(UINT nID) override;
-    void OnUpdateCommand(CCmdUI* pCmdUI) override;
-    void Open() override;
-    void OnReturn() override;
-
-    CString* m_pstrProject; // the page's project path; not owned
 };

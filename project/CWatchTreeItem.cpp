@@ -1,44 +1,23 @@
 #include "CWatchTreeItem.h"
 
-#include "HostCommand.h"
 #include "HostIde.h"
 #include "resource.h"
 
-IMPLEMENT_DYNAMIC(CWatchTreeItem, CTreeItem)
+IMPLEMENT_DYNAMIC(CWatchTreeItem, CCommandTreeItem)
 
 namespace
 {
-
 const HostCommand kCommands[] = {
     {ID_NODE_NEW, HostIde::kCmdNewWatch, FALSE},
     {ID_NODE_OPEN, HostIde::kCmdOpenWatch, FALSE},
     {ID_NODE_HIDEASSISTWINDOW, ID_VIEW_ASSISTWINDOW, FALSE},
     {ID_NODE_CLOSEALLWINDOWS, HostIde::kCmdCloseAll, FALSE},
 };
-}
+} // namespace
 
 CWatchTreeItem::CWatchTreeItem(HWND hWndHost, const CTreeCursor& parent)
-    : CTreeItem(hWndHost, parent, IDS_WATCH, 21, -1)
+    : CCommandTreeItem(hWndHost, parent, IDS_WATCH, 21, -1, Table(kCommands))
 {
-}
-
-CWatchTreeItem::~CWatchTreeItem() = default;
-
-CString CWatchTreeItem::GetPath() const
-{
-    return CString();
-}
-
-void CWatchTreeItem::OnCommand(UINT nID)
-{
-    if (const HostCommand* pCommand = FindHostCommand(kCommands, ARRAYSIZE(kCommands), nID))
-        PostHostCommand(m_hWndHost, pCommand->nHostCommand);
-}
-
-void CWatchTreeItem::OnUpdateCommand(CCmdUI* pCmdUI)
-{
-    const HostCommand* pCommand = FindHostCommand(kCommands, ARRAYSIZE(kCommands), pCmdUI->m_nID);
-    pCmdUI->Enable(pCommand != nullptr);
 }
 
 void CWatchTreeItem::Open()

@@ -2,18 +2,13 @@
 // watch windows through the host's commands.
 #pragma once
 
-#include "CTreeItem.h"
+#include "CCommandTreeItem.h"
 
-class CWatchTreeItem : public CTreeItem
+class CWatchTreeItem : public CCommandTreeItem
 {
     DECLARE_DYNAMIC(CWatchTreeItem)
 public:
     CWatchTreeItem(HWND hWndHost, const CTreeCursor& parent);
-    ~CWatchTreeItem() override;
-
-    CString GetPath() const override;
-    void OnCommand(UINT nID) override;
-    void OnUpdateCommand(CCmdUI* pCmdUI) override;
     // Opens a stored watch window, as "&Open Watch..." does.
     void Open() override;
     void OnReturn() override;
