@@ -1,12 +1,5 @@
 # Cross build for 32-bit Windows: the deployment target, matching the 32-bit host IDE.
-set(CMAKE_SYSTEM_NAME Windows)
-set(CMAKE_SYSTEM_PROCESSOR i686)
-set(CMAKE_C_COMPILER i686-w64-mingw32-gcc-posix)
-set(CMAKE_CXX_COMPILER i686-w64-mingw32-g++-posix)
-set(CMAKE_RC_COMPILER i686-w64-mingw32-windres)
-set(CMAKE_FIND_ROOT_PATH /usr/i686-w64-mingw32)
-set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
-set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(QV_ARCH i686)
+include(${CMAKE_CURRENT_LIST_DIR}/mingw-cross.cmake)
 # ctest runs the test programs through the 32-bit Wine loader.
 set(CMAKE_CROSSCOMPILING_EMULATOR /usr/lib/wine/wine)
