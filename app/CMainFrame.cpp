@@ -1,6 +1,7 @@
 #include "CMainFrame.h"
 
 #include "CApp.h"
+#include "CChildWndItem.h"
 #include "CCommentDlg.h"
 #include "CProjectDlg.h"
 #include "ProgramLauncher.h"
@@ -30,6 +31,10 @@ int CMainFrame::OnCreate(LPCREATESTRUCT lpCreateStruct)
         return -1;
     m_iconTray.Reset(m_images.GetIcon(0));
     SetTrayIcon(m_iconTray.m_hIcon, IDS_TRAYTIP);
+    // The host scrolls on the wheel itself, as our items would: a notch of
+    // 120 is four lines of an MDI child, one of a text window's parent.
+    const HookWheelPolicy policy = {kWheelStep};
+    setHookWheelPolicy(&policy);
     installHook(m_hWnd);
     return 0;
 }
@@ -47,15 +52,15 @@ BOOL CMainFrame::OnCmdMsg(UINT nID, int nCode, void* pExtra, void* pHandlerInfo)
 void CMainFrame::OnTrayLButtonDown()
 {
     CTrayIconFrame::OnTrayLButtonDown();
-    TrackTrayMenu(100, 0);
+    TrackTrayMenu(IDR_TRAYMENU, 0);
 }
 
 BOOL CMainFrame::OnCopyData(CWnd* /*pWnd*/, COPYDATASTRUCT* pCopyDataStruct)
 {
-    // Anything can send us WM_COPYDATA: only well-formed records count.
-    if (pCopyDataStruct && pCopyDataStruct->cbData == sizeof(HookRecord) && pCopyDataStruct->lpData)
+    // Anything can send us WM_COPYDATA: only well-formed records with the
+    // key of our installHook count, which only the hosts we entered know.
+    if (const HookRecord* pRecord = HookRecordOf(pCopyDataStruct))
     {
-        const HookRecord* pRecord = static_cast<const HookRecord*>(pCopyDataStruct->lpData);
         switch (pCopyDataStruct->dwData)
         {
         case HOOK_CREATE:

@@ -88,13 +88,8 @@ void CDockBar::SetSize(int cx, int cy)
 
 void CDockBar::RelayoutHost()
 {
-    // The frame's item lays out on WM_SIZE; a host that lays out its MDI
-    // client from the message itself needs the true size in it.
-    CRect rect;
-    if (!::GetClientRect(m_hWndHost, &rect))
-        return;
-    const WPARAM nType = ::IsZoomed(m_hWndHost) ? SIZE_MAXIMIZED : SIZE_RESTORED;
-    ::PostMessageA(m_hWndHost, WM_SIZE, nType, MAKELPARAM(rect.Width(), rect.Height()));
+    // The frame's item lays out on WM_SIZE.
+    HostIde::RelayoutFrame(m_hWndHost);
 }
 
 void CDockBar::DoDataExchange(CDataExchange* pDX)

@@ -402,17 +402,17 @@ void WheelHost(HWND hWndEditor)
 HookRecord Ignored(HWND hWnd)
 {
     // WM_USER + 5 means nothing to any item: found, then left alone.
-    return HookRecord{0, HookWindowWord(hWnd), WM_USER + 5, 0, 0};
+    return HookRecord{0, HookWindowWord(hWnd), WM_USER + 5, 0, 0, {0, 0}};
 }
 
 HookRecord Wheel(HWND hWnd)
 {
-    return HookRecord{0, HookWindowWord(hWnd), WM_MOUSEWHEEL, MAKEWPARAM(0, 120), 0};
+    return HookRecord{0, HookWindowWord(hWnd), WM_MOUSEWHEEL, MAKEWPARAM(0, 120), 0, {0, 0}};
 }
 
 HookRecord Creation(HWND hWnd, uint32_t nKind)
 {
-    return HookRecord{nKind, HookWindowWord(hWnd), 0, 0, 0};
+    return HookRecord{nKind, HookWindowWord(hWnd), 0, 0, 0, {0, 0}};
 }
 
 int RunBench()

@@ -4,6 +4,7 @@
 #include <string.h>
 
 #include "QuorvantHook.h"
+#include "RequestRules.h"
 
 namespace
 {
@@ -58,10 +59,63 @@ private:
     HMENU m_hMenu;
 };
 
-// A text field of a request holds its NUL within the field.
-template <size_t nSize> bool IsTerminated(const char (&szText)[nSize])
+// Whether a menu or any menu below it has an item of command nId.
+bool MenuHasCommand(HMENU hMenu, UINT nId, int nDepth = 0)
 {
-    return memchr(szText, 0, nSize) != nullptr;
+    const int nCount = GetMenuItemCount(hMenu);
+    for (int i = 0; i < nCount; ++i)
+    {
+        if (HMENU hSub = GetSubMenu(hMenu, i))
+        {
+            if (nDepth < 8 && MenuHasCommand(hSub, nId, nDepth + 1))
+                return true;
+        }
+        else if (GetMenuItemID(hMenu, i) == nId)
+            return true;
+    }
+    return false;
+}
+
+// The first of kMaxPopupItems command ids that no item of the menu bar has:
+// the tool's own numbers where the host leaves them free, else a block high
+// in the command range that hosts rarely use; 0 if none.
+UINT FindFreeCommandBlock(HMENU hMenuBar)
+{
+    const UINT kFirstCandidate = 0xDF00;
+    const UINT kBlocks = 16;
+    for (UINT nBlock = 0; nBlock <= kBlocks; ++nBlock)
+    {
+        const UINT nFirst = nBlock == 0 ? kFirstPopupCommand : kFirstCandidate + (nBlock - 1) * kMaxPopupItems;
+        bool bFree = true;
+        for (UINT nId = nFirst; nId < nFirst + kMaxPopupItems && bFree; ++nId)
+            bFree = !MenuHasCommand(hMenuBar, nId);
+        if (bFree)
+            return nFirst;
+    }
+    return 0;
+}
+
+// A file the host may be handed as a drop: it exists now, is a plain file
+// (no directory, no device) and lies on a drive of this machine, not on a
+// network share behind a drive letter.
+bool IsLocalRegularFile(const char* pszPath)
+{
+    if (!RequestRules::IsLocalDrivePath(pszPath))
+        return false;
+    const char szRoot[4] = {pszPath[0], ':', '\\', 0};
+    switch (GetDriveTypeA(szRoot))
+    {
+    case DRIVE_FIXED:
+    case DRIVE_REMOVABLE:
+    case DRIVE_CDROM:
+    case DRIVE_RAMDISK:
+        break;
+    default:
+        return false;
+    }
+    const DWORD dwAttributes = GetFileAttributesA(pszPath);
+    return dwAttributes != INVALID_FILE_ATTRIBUTES &&
+           (dwAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE | FILE_ATTRIBUTE_REPARSE_POINT)) == 0;
 }
 
 // The menu-bar position whose submenu is hPopup, or -1.
@@ -79,25 +133,38 @@ int FindPopupPosition(HMENU hMenuBar, HMENU hPopup)
 
 bool CHostRequests::IsRequest(const COPYDATASTRUCT* pData)
 {
-    return pData && pData->dwData >= REQUEST_DROPFILE && pData->dwData <= REQUEST_CHECKMENUITEM;
+    return pData && pData->dwData >= REQUEST_DROPFILE && pData->dwData <= REQUEST_CHOOSE;
 }
 
-LRESULT CHostRequests::Carry(HWND hWndFrame, const COPYDATASTRUCT* pData)
+bool CHostRequests::HasKey(const COPYDATASTRUCT* pData, const uint32_t key[2])
 {
+    size_t cbBody = 0;
+    return RequestRules::BodyOf(pData->lpData, pData->cbData, key, &cbBody) != nullptr;
+}
+
+LRESULT CHostRequests::Carry(HWND hWndFrame, const COPYDATASTRUCT* pData, const uint32_t key[2])
+{
+    size_t cbBody = 0;
+    const void* pBody = RequestRules::BodyOf(pData->lpData, pData->cbData, key, &cbBody);
+    if (!pBody)
+        return 0; // not from the tool this host serves
     bool bDone = false;
     switch (pData->dwData)
     {
     case REQUEST_DROPFILE:
-        bDone = DropFile(hWndFrame, pData);
+        bDone = DropFile(hWndFrame, pBody, cbBody);
         break;
     case REQUEST_APPENDPOPUP:
-        bDone = AppendPopup(hWndFrame, pData);
+        bDone = AppendPopup(hWndFrame, pBody, cbBody);
         break;
     case REQUEST_REMOVEPOPUP:
-        bDone = pData->cbData == 0 && RemovePopup(hWndFrame);
+        bDone = cbBody == 0 && RemovePopup(hWndFrame);
         break;
     case REQUEST_CHECKMENUITEM:
-        bDone = CheckMenuItem(pData);
+        bDone = CheckMenuItem(hWndFrame, pBody, cbBody);
+        break;
+    case REQUEST_CHOOSE:
+        bDone = Choose(hWndFrame, pBody, cbBody);
         break;
     default:
         break;
@@ -107,20 +174,12 @@ LRESULT CHostRequests::Carry(HWND hWndFrame, const COPYDATASTRUCT* pData)
 
 // Drops ------------------------------------------------------------------------
 
-bool CHostRequests::DropFile(HWND hWndFrame, const COPYDATASTRUCT* pData)
+bool CHostRequests::DropFile(HWND hWndFrame, const void* pBody, size_t cbBody)
 {
-    // One ANSI path and its NUL, nothing before the NUL missing and nothing
-    // after it. A path of MAX_PATH characters or more is refused: the host
-    // reads drops into buffers of MAX_PATH, and a cut name would open some
-    // other file.
-    const char* pszPath = static_cast<const char*>(pData->lpData);
-    const DWORD cbData = pData->cbData;
-    if (!pszPath || cbData < 2 || cbData > MAX_PATH)
+    const char* pszPath = RequestRules::DropPathOf(pBody, cbBody);
+    if (!pszPath || !IsLocalRegularFile(pszPath))
         return false;
-    const void* pNul = memchr(pszPath, 0, cbData);
-    if (pNul != pszPath + cbData - 1)
-        return false;
-    const SIZE_T nPath = cbData - 1;
+    const SIZE_T nPath = cbBody - 1;
 
     // A DROPFILES header, the path, its NUL and the NUL that ends the list;
     // zero-filled, so both NULs are there already. The block is made here
@@ -171,23 +230,24 @@ const CHostRequests::Appended* CHostRequests::FindSlot(HWND hWndFrame) const
     return nullptr;
 }
 
-bool CHostRequests::AppendPopup(HWND hWndFrame, const COPYDATASTRUCT* pData)
+bool CHostRequests::AppendPopup(HWND hWndFrame, const void* pBody, size_t cbBody)
 {
-    if (pData->cbData != sizeof(HostPopupRequest) || !pData->lpData)
+    if (!RequestRules::IsValidPopupRequest(pBody, cbBody))
         return false;
-    const HostPopupRequest* pRequest = static_cast<const HostPopupRequest*>(pData->lpData);
-    if (!IsTerminated(pRequest->szText) || !pRequest->szText[0] || pRequest->nItems > 8)
-        return false;
-    for (uint32_t nItem = 0; nItem < pRequest->nItems; ++nItem)
-    {
-        if (!IsTerminated(pRequest->items[nItem].szText))
-            return false;
-    }
+    HostPopupRequest request;
+    memcpy(&request, pBody, sizeof(request));
+    const HostPopupRequest* pRequest = &request;
     if (FindSlot(hWndFrame))
         return false; // one popup per frame
     Appended* pSlot = FindSlot(nullptr);
     HMENU hMenuBar = GetMenu(hWndFrame);
     if (!pSlot || !hMenuBar || !IsMenu(hMenuBar))
+        return false;
+    // The host may have commands of the tool's numbers (a host built with a
+    // framework numbers its own commands from 32771 too): the popup's items
+    // get ids that the host's menus do not use.
+    const UINT nFirstHostCommand = FindFreeCommandBlock(hMenuBar);
+    if (!nFirstHostCommand)
         return false;
 
     OwnedMenu popup(CreatePopupMenu());
@@ -204,7 +264,7 @@ bool CHostRequests::AppendPopup(HWND hWndFrame, const COPYDATASTRUCT* pData)
             // shown, but nothing to choose.
             bAppended = AppendMenuA(popup.Get(), MF_STRING | MF_GRAYED, 0, item.szText);
         else
-            bAppended = AppendMenuA(popup.Get(), MF_STRING, item.nId, item.szText);
+            bAppended = AppendMenuA(popup.Get(), MF_STRING, nFirstHostCommand + nItem, item.szText);
         if (!bAppended)
             return false;
     }
@@ -212,6 +272,9 @@ bool CHostRequests::AppendPopup(HWND hWndFrame, const COPYDATASTRUCT* pData)
         return false;
     pSlot->hWndFrame = hWndFrame;
     pSlot->hPopup = popup.Release(); // the menu bar holds it now
+    pSlot->nFirstHostCommand = nFirstHostCommand;
+    for (uint32_t nItem = 0; nItem < kMaxPopupItems; ++nItem)
+        pSlot->toolCommands[nItem] = nItem < pRequest->nItems ? pRequest->items[nItem].nId : 0;
     DrawMenuBar(hWndFrame);
     return true;
 }
@@ -222,8 +285,7 @@ bool CHostRequests::RemovePopup(HWND hWndFrame)
     if (!pSlot)
         return false;
     const HMENU hPopup = pSlot->hPopup;
-    pSlot->hWndFrame = nullptr;
-    pSlot->hPopup = nullptr;
+    *pSlot = Appended{};
     // Found by its handle, not by its place: the host may have added menus
     // behind ours since.
     HMENU hMenuBar = IsWindow(hWndFrame) ? GetMenu(hWndFrame) : nullptr;
@@ -247,25 +309,55 @@ void CHostRequests::RemoveAllPopups()
 void CHostRequests::ForgetFrame(HWND hWndFrame)
 {
     if (Appended* pSlot = FindSlot(hWndFrame))
-    {
-        pSlot->hWndFrame = nullptr;
-        pSlot->hPopup = nullptr;
-    }
+        *pSlot = Appended{};
 }
 
 // Check marks ----------------------------------------------------------------------
 
-bool CHostRequests::CheckMenuItem(const COPYDATASTRUCT* pData)
+bool CHostRequests::Choose(HWND hWndFrame, const void* pBody, size_t cbBody)
 {
-    if (pData->cbData != sizeof(HostCheckRequest) || !pData->lpData)
+    uint32_t nCommand = 0;
+    if (cbBody != sizeof(nCommand))
         return false;
-    const HostCheckRequest* pRequest = static_cast<const HostCheckRequest*>(pData->lpData);
-    if (pRequest->nCheck != MF_CHECKED && pRequest->nCheck != MF_UNCHECKED)
+    memcpy(&nCommand, pBody, sizeof(nCommand));
+    const UINT nHostCommand = HostCommand(hWndFrame, nCommand);
+    // Posted, as a menu choice is: the frame's subclass takes it to the tool.
+    return nHostCommand && PostMessageA(hWndFrame, WM_COMMAND, nHostCommand, 0);
+}
+
+UINT CHostRequests::HostCommand(HWND hWndFrame, uint32_t nToolCommand) const
+{
+    const Appended* pSlot = FindSlot(hWndFrame);
+    if (!pSlot || !RequestRules::IsPopupCommand(nToolCommand))
+        return 0;
+    for (UINT nItem = 0; nItem < kMaxPopupItems; ++nItem)
+    {
+        if (pSlot->toolCommands[nItem] == nToolCommand)
+            return pSlot->nFirstHostCommand + nItem;
+    }
+    return 0;
+}
+
+UINT CHostRequests::ToolCommand(HWND hWndFrame, UINT nHostCommand) const
+{
+    const Appended* pSlot = FindSlot(hWndFrame);
+    if (!pSlot || nHostCommand < pSlot->nFirstHostCommand || nHostCommand >= pSlot->nFirstHostCommand + kMaxPopupItems)
+        return 0;
+    return pSlot->toolCommands[nHostCommand - pSlot->nFirstHostCommand];
+}
+
+bool CHostRequests::CheckMenuItem(HWND hWndFrame, const void* pBody, size_t cbBody)
+{
+    if (!RequestRules::IsValidCheckRequest(pBody, cbBody))
         return false;
-    // Sign-extended, as 64-bit Windows widens a 32-bit handle.
-    HMENU hMenu = reinterpret_cast<HMENU>(static_cast<LONG_PTR>(static_cast<int32_t>(pRequest->hMenu)));
-    if (!IsMenu(hMenu))
+    HostCheckRequest request;
+    memcpy(&request, pBody, sizeof(request));
+    // Only the tool's own popup: the menu must be the one appended to this
+    // frame, the item one of the tool's commands in it.
+    const Appended* pSlot = FindSlot(hWndFrame);
+    if (!pSlot || HandleFromWord<HMENU>(request.hMenu) != pSlot->hPopup)
         return false;
-    // -1: the menu has no item of that command.
-    return ::CheckMenuItem(hMenu, pRequest->nId, MF_BYCOMMAND | pRequest->nCheck) != static_cast<DWORD>(-1);
+    const UINT nHostCommand = HostCommand(hWndFrame, request.nId);
+    return nHostCommand &&
+           ::CheckMenuItem(pSlot->hPopup, nHostCommand, MF_BYCOMMAND | request.nCheck) != static_cast<DWORD>(-1);
 }

@@ -2,24 +2,28 @@
 
 #include <string.h>
 
+#include "HostIde.h"
+
 CHostSession g_hostSession;
 
 const char CHostSession::kLeaveMessageName[] = "QUORVANT.HookLeave.5D3A9C14";
+const char CHostSession::kHostStartedMessageName[] = "QUORVANT.HostStarted.2B7E61C3";
 
 namespace
 {
-// The host tool's registered message that comes back to it as a code 3 record.
-const char kCreateDockBarName[] = "49ED7A1D-5042-42B2-9095-89DBDA86205C";
-
-const char kFrameClass[] = "PFE_Frame";
-const char kClientClass[] = "MDIClient";
-const char kTextClass[] = "PFE_Text";
+using HostIde::kClientClass;
+using HostIde::kFrameClass;
+using HostIde::kMaxFrames;
+using HostIde::kTextClass;
 
 // Registered messages and registered window classes both start here.
 const UINT kFirstRegistered = 0xC000;
 
-const unsigned kMaxFrames = 16;
 const unsigned kMaxChildren = 512;
+const unsigned kMaxInner = 64;
+// Ancestors looked at for a destruction in progress: frame, MDI client,
+// MDI child and the window itself are all there is.
+const int kMaxDestroyDepth = 8;
 
 // Class names are compared exactly. A class given at creation may be an
 // atom instead of a string; the window already exists then, so its name is
@@ -92,10 +96,31 @@ UINT CHostSession::LeaveMessage()
     return RegisterWindowMessageA(kLeaveMessageName);
 }
 
+UINT CHostSession::HostStartedMessage()
+{
+    return RegisterWindowMessageA(kHostStartedMessageName);
+}
+
+bool CHostSession::IsSessionKey(uint32_t nKey0, uint32_t nKey1) const
+{
+    const uint32_t key[2] = {nKey0, nKey1};
+    return m_bEntered && IsHookKey(key, m_channel.Key());
+}
+
+void CHostSession::AskToBeEntered(HWND hWndFrame)
+{
+    // Nothing of the tool is known in here: no memory of the library is
+    // shared between processes, so that no other program can point the host
+    // elsewhere. The tool that installed the library hears this and enters
+    // the host itself, handing over its window and its key.
+    if (!m_uHostStarted)
+        m_uHostStarted = HostStartedMessage();
+    PostMessageA(HWND_BROADCAST, m_uHostStarted, reinterpret_cast<WPARAM>(hWndFrame), 0);
+}
+
 // Entering and leaving ---------------------------------------------------------
 
-void CHostSession::OnCbtCreateWindow(HWND hWnd, const CREATESTRUCTA* pcs, HMODULE hModule, HWND hWndTool,
-                                     LONG nGeneration)
+void CHostSession::OnCbtCreateWindow(HWND hWnd, const CREATESTRUCTA* pcs)
 {
     if (!m_dwThread)
     {
@@ -109,12 +134,16 @@ void CHostSession::OnCbtCreateWindow(HWND hWnd, const CREATESTRUCTA* pcs, HMODUL
     {
         return;
     }
-    if (!m_bEntered || m_nGeneration != nGeneration)
-        Enter(hModule, hWndTool, nGeneration);
+    if (!m_bEntered)
+    {
+        if (IsClass(hWnd, pcs->lpszClass, kFrameClass))
+            AskToBeEntered(hWnd);
+        return;
+    }
     OnCreateWindow(hWnd, pcs);
 }
 
-void CHostSession::OnCbtActivate(HWND hWnd, HMODULE hModule, HWND hWndTool, LONG nGeneration)
+void CHostSession::OnCbtActivate(HWND hWnd)
 {
     if (!m_dwThread)
     {
@@ -129,13 +158,13 @@ void CHostSession::OnCbtActivate(HWND hWnd, HMODULE hModule, HWND hWndTool, LONG
     {
         return;
     }
-    if (!m_bEntered || m_nGeneration != nGeneration)
-        Enter(hModule, hWndTool, nGeneration);
+    if (!m_bEntered && hWnd && IsClass(hWnd, kFrameClass))
+        AskToBeEntered(hWnd);
 }
 
-void CHostSession::OnEnterRequest(HMODULE hModule, HWND hWndTool, LONG nGeneration)
+void CHostSession::OnEnterRequest(HMODULE hModule, const HostEnterRequest& request)
 {
-    if (m_bEntered && m_nGeneration == nGeneration)
+    if (IsSessionKey(request.key[0], request.key[1]))
         return;
     if (!m_dwThread)
     {
@@ -149,20 +178,20 @@ void CHostSession::OnEnterRequest(HMODULE hModule, HWND hWndTool, LONG nGenerati
     {
         return;
     }
-    Enter(hModule, hWndTool, nGeneration);
+    Enter(hModule, HandleFromWord<HWND>(request.hWndTool), request.key, request.nWheelStep);
 }
 
-void CHostSession::Enter(HMODULE hModule, HWND hWndTool, LONG nGeneration)
+void CHostSession::Enter(HMODULE hModule, HWND hWndTool, const uint32_t key[2], uint32_t nWheelStep)
 {
     if (m_bLeaving)
         return;
     if (m_bEntered)
         Leave(true); // a newer tool: the previous one hears that our windows are gone
-    if (!hWndTool)
+    if (!hWndTool || !IsWindow(hWndTool) || (key[0] | key[1]) == 0)
         return;
     if (!m_uLeave)
     {
-        m_uCreateDockBar = RegisterWindowMessageA(kCreateDockBarName);
+        m_uCreateDockBar = RegisterWindowMessageA(HostIde::kCreateDockBarMessage);
         m_uSetFocus = HostSetFocusMessage();
         m_uLeave = LeaveMessage();
     }
@@ -177,8 +206,16 @@ void CHostSession::Enter(HMODULE hModule, HWND hWndTool, LONG nGeneration)
         m_bPinned = GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
                                        reinterpret_cast<LPCSTR>(&SubclassProc<false>), &hPinned) != FALSE;
     }
-    m_channel.Open(hWndTool);
-    m_nGeneration = nGeneration;
+    if (!m_bPinned)
+        return; // no subclass without the library staying: the host is not entered
+    // Only DestroyWindow makes a window go; a WM_NCDESTROY that any thread
+    // can send does not (see IsBeingDestroyed). A hook of the host's thread
+    // sees each DestroyWindow.
+    if (!m_hDestroyHook)
+        m_hDestroyHook = SetWindowsHookExA(WH_CBT, DestroyWatchProc, hModule, m_dwThread);
+    m_channel.Open(hWndTool, key);
+    m_nWheelStep = nWheelStep;
+    ++m_nSession;
     m_uHookedKey = 0;
     m_bEntered = true;
     // Keys may be taken by the host's accelerator table and never reach a
@@ -213,8 +250,8 @@ void CHostSession::WatchExisting()
         {
             if (!m_table.Find(children[nChild]))
                 continue;
-            HWND inner[64];
-            const unsigned nInner = CollectChildren(children[nChild], inner, 64);
+            HWND inner[kMaxInner];
+            const unsigned nInner = CollectChildren(children[nChild], inner, kMaxInner);
             for (unsigned nIndex = 0; nIndex < nInner && m_bEntered; ++nIndex)
                 Watch(inner[nIndex], IsClass(inner[nIndex], kTextClass) ? KIND_TEXT : KIND_NUM);
         }
@@ -252,7 +289,7 @@ void CHostSession::Leave(bool bReport)
                 pEntry->nReport = REPORT_NONE;
             if (bReport)
             {
-                const HookRecord record = {0, Word(hWnd), 0, 0, 0};
+                const HookRecord record = {0, Word(hWnd), 0, 0, 0, {0, 0}};
                 bReport = m_channel.Send(HOOK_DESTROY, record, hWnd) == SEND_DELIVERED;
             }
         }
@@ -307,6 +344,46 @@ void CHostSession::Leave(bool bReport)
     m_channel.Close();
     m_bEntered = false;
     m_bLeaving = false;
+    StopWatchingDestroysWhenEmpty();
+}
+
+void CHostSession::StopWatchingDestroysWhenEmpty()
+{
+    // Windows left under another subclass keep ours in their chain until they
+    // are destroyed: their destruction must still be told from a forgery.
+    if (m_hDestroyHook && m_table.Count() == 0)
+    {
+        UnhookWindowsHookEx(m_hDestroyHook);
+        m_hDestroyHook = nullptr;
+    }
+}
+
+LRESULT CALLBACK CHostSession::DestroyWatchProc(int nCode, WPARAM wParam, LPARAM lParam)
+{
+    if (nCode == HCBT_DESTROYWND)
+    {
+        if (WatchEntry* pEntry = g_hostSession.m_table.Find(reinterpret_cast<HWND>(wParam)))
+            pEntry->bDestroying = true;
+    }
+    return CallNextHookEx(nullptr, nCode, wParam, lParam);
+}
+
+bool CHostSession::IsBeingDestroyed(HWND hWnd)
+{
+    // Without the hook there is no telling: every WM_NCDESTROY counts, as
+    // the window's last message it is meant to be.
+    if (!m_hDestroyHook)
+        return true;
+    // Children go with their parent's DestroyWindow; Wine calls the hook for
+    // the parent alone, so an ancestor being destroyed counts too.
+    int nDepth = 0;
+    for (HWND h = hWnd; h && nDepth < kMaxDestroyDepth; h = GetAncestor(h, GA_PARENT), ++nDepth)
+    {
+        const WatchEntry* pEntry = m_table.Find(h);
+        if (pEntry && pEntry->bDestroying)
+            return true;
+    }
+    return false;
 }
 
 // Watched windows --------------------------------------------------------------
@@ -406,7 +483,7 @@ void CHostSession::OnWindowGone(HWND hWnd)
         OnToolSilent();
         return;
     }
-    const HookRecord record = {0, Word(hWnd), 0, 0, 0};
+    const HookRecord record = {0, Word(hWnd), 0, 0, 0, {0, 0}};
     switch (m_channel.Send(HOOK_DESTROY, record, hWnd))
     {
     case SEND_DELIVERED:
@@ -434,7 +511,7 @@ void CHostSession::ReportCreate(HWND hWnd)
         OnToolSilent(); // reported when the tool answers again
         return;
     }
-    const HookRecord record = {pEntry->nKind, Word(hWnd), 0, 0, 0};
+    const HookRecord record = {pEntry->nKind, Word(hWnd), 0, 0, 0, {0, 0}};
     // Marked before sending: the tool may send the window messages, or even
     // have it destroyed, while it handles the record.
     pEntry->nReport = REPORT_SENT;
@@ -473,7 +550,7 @@ void CHostSession::ReportMessage(UINT nCode, HWND hWnd, UINT uMsg, WPARAM wParam
     const WatchEntry* pEntry = m_table.Find(hWnd);
     if (!pEntry || pEntry->nState != STATE_WATCHED || pEntry->nReport != REPORT_SENT)
         return; // the tool has no item for it: nothing would act on the record
-    const HookRecord record = {0, Word(hWnd), uMsg, static_cast<uint32_t>(wParam), nFlags};
+    const HookRecord record = {0, Word(hWnd), uMsg, static_cast<uint32_t>(wParam), nFlags, {0, 0}};
     switch (m_channel.Send(nCode, record, hWnd))
     {
     case SEND_DELIVERED:
@@ -498,7 +575,7 @@ void CHostSession::OnToolSilent()
         Leave(false);
         return;
     }
-    if (!m_channel.StartProbe(ProbeProc, static_cast<ULONG_PTR>(m_nGeneration)) && !IsWindow(m_channel.Tool()))
+    if (!m_channel.StartProbe(ProbeProc, static_cast<ULONG_PTR>(m_nSession)) && !IsWindow(m_channel.Tool()))
         Leave(false);
 }
 
@@ -512,7 +589,7 @@ VOID CALLBACK CHostSession::ProbeProc(HWND, UINT, ULONG_PTR dwData, LRESULT)
 
 void CHostSession::OnProbeAnswered(ULONG_PTR dwData)
 {
-    if (!m_bEntered || m_bLeaving || dwData != static_cast<ULONG_PTR>(m_nGeneration))
+    if (!m_bEntered || m_bLeaving || dwData != static_cast<ULONG_PTR>(m_nSession))
         return;
     m_channel.ProbeAnswered();
     CatchUp();
@@ -545,7 +622,7 @@ void CHostSession::CatchUp()
             const bool bGone = pEntry->nState == STATE_GONE;
             if (!bGone)
                 pEntry->nReport = REPORT_NONE;
-            const HookRecord record = {0, Word(hWnd), 0, 0, 0};
+            const HookRecord record = {0, Word(hWnd), 0, 0, 0, {0, 0}};
             switch (m_channel.Send(HOOK_DESTROY, record, hWnd))
             {
             case SEND_DELIVERED:
@@ -588,6 +665,27 @@ void CHostSession::CatchUp()
             ReportCreate(hWnd);
         }
     }
+}
+
+// The wheel ----------------------------------------------------------------------
+
+void CHostSession::Scroll(HWND hWnd, UINT nKind, WPARAM wParam)
+{
+    // As the tool's policy says (see HookWheelPolicy), sent to the window on
+    // its own thread: the host's procedure scrolls at once.
+    const int nDelta = GET_WHEEL_DELTA_WPARAM(wParam);
+    const WPARAM nCode = nDelta > 0 ? SB_LINEUP : SB_LINEDOWN;
+    if (nKind == KIND_TEXT)
+    {
+        if (HWND hWndParent = GetParent(hWnd))
+            SendMessageA(hWndParent, WM_VSCROLL, nCode, 0);
+        return;
+    }
+    if ((wParam & 0xFFFFFFFFu) == 0)
+        return;
+    const int nLines = (nDelta < 0 ? -nDelta : nDelta) / static_cast<int>(m_nWheelStep);
+    for (int i = 0; i < nLines && IsWindow(hWnd); ++i)
+        SendMessageA(hWnd, WM_VSCROLL, nCode, 0);
 }
 
 // Keys -------------------------------------------------------------------------
@@ -637,8 +735,9 @@ LRESULT CALLBACK CHostSession::SubclassProc(HWND hWnd, UINT uMsg, WPARAM wParam,
     if (g_hostSession.m_channel.IsWaiting() && InSendMessage())
     {
         const DWORD dwStart = GetTickCount();
+        g_hostSession.m_bToolActed = false;
         const LRESULT lResult = g_hostSession.OnMessage<bUnicode>(hWnd, uMsg, wParam, lParam);
-        g_hostSession.m_channel.NoteIncoming(uMsg, GetTickCount() - dwStart);
+        g_hostSession.m_channel.NoteIncoming(g_hostSession.m_bToolActed, GetTickCount() - dwStart);
         return lResult;
     }
     return g_hostSession.OnMessage<bUnicode>(hWnd, uMsg, wParam, lParam);
@@ -660,8 +759,11 @@ template <bool bUnicode> LRESULT CHostSession::OnMessage(HWND hWnd, UINT uMsg, W
         {
             // A pass-through entry goes with its window: its handle may come
             // back for a new window, which must be subclassed afresh.
+            if (!IsBeingDestroyed(hWnd))
+                return 0; // forged: see the watched case below
             const LRESULT lResult = CallOriginal<bUnicode>(pfnOriginal, hWnd, uMsg, wParam, lParam);
             OnWindowGone(hWnd);
+            StopWatchingDestroysWhenEmpty();
             return lResult;
         }
         if (uMsg == m_uLeave && uMsg >= kFirstRegistered)
@@ -678,7 +780,14 @@ template <bool bUnicode> LRESULT CHostSession::OnMessage(HWND hWnd, UINT uMsg, W
     {
     case WM_NCDESTROY:
     {
-        // The host's handling first: its HOOK_DESTROY is the window's last record.
+        // A WM_NCDESTROY that some thread sent to a window that lives on is
+        // dropped: the window stays watched with the host's procedure in the
+        // chain, and the host does not tear down its own object for a window
+        // it will go on using (a framework's window object deletes itself
+        // here). The host's handling first otherwise: its HOOK_DESTROY is
+        // the window's last record.
+        if (!IsBeingDestroyed(hWnd))
+            return 0;
         const LRESULT lResult = CallOriginal<bUnicode>(pfnOriginal, hWnd, uMsg, wParam, lParam);
         if (nKind == KIND_FRAME)
             m_requests.ForgetFrame(hWnd); // our popup went with the frame's menu bar
@@ -690,9 +799,11 @@ template <bool bUnicode> LRESULT CHostSession::OnMessage(HWND hWnd, UINT uMsg, W
         // The tool's requests are carried out here, on the host's thread, and
         // never reach the host; any other WM_COPYDATA is the host's.
         const COPYDATASTRUCT* pData = reinterpret_cast<const COPYDATASTRUCT*>(lParam);
-        if (CHostRequests::IsRequest(pData))
-            return nKind == KIND_FRAME ? m_requests.Carry(hWnd, pData) : 0;
-        break;
+        if (!CHostRequests::IsRequest(pData))
+            break;
+        // With the key it is the tool at work, whatever it asks.
+        m_bToolActed = CHostRequests::HasKey(pData, m_channel.Key());
+        return nKind == KIND_FRAME ? m_requests.Carry(hWnd, pData, m_channel.Key()) : 0;
     }
     case WM_INITMENU:
         // The user opens the frame's menus. A tool that was killed has not
@@ -725,9 +836,25 @@ template <bool bUnicode> LRESULT CHostSession::OnMessage(HWND hWnd, UINT uMsg, W
     case WM_ACTIVATEAPP:
         bBefore = bAfter = nKind == KIND_FRAME;
         break;
+    case WM_COMMAND:
+        if (nKind != KIND_FRAME)
+            break;
+        // A choice in the tool's popup is the tool's alone: the host's own
+        // procedure never sees it (its own commands may have the same
+        // numbers), and the tool hears its own command id.
+        if (lParam == 0 && HIWORD(wParam) == 0)
+        {
+            if (const UINT nToolCommand = m_requests.ToolCommand(hWnd, LOWORD(wParam)))
+            {
+                ReportMessage(HOOK_MESSAGE_DONE, hWnd, WM_COMMAND, nToolCommand,
+                              HOOK_FLAG_POPUP | (IsControlDown() ? HOOK_FLAG_CONTROL : 0));
+                return 0;
+            }
+        }
+        bAfter = true;
+        break;
     case WM_PAINT:
     case WM_SETTEXT:
-    case WM_COMMAND:
     case WM_INITMENUPOPUP:
         bAfter = nKind == KIND_FRAME;
         break;
@@ -739,8 +866,28 @@ template <bool bUnicode> LRESULT CHostSession::OnMessage(HWND hWnd, UINT uMsg, W
         bAfter = nKind == KIND_CLIENT;
         break;
     case WM_MOUSEWHEEL:
-        bAfter = nKind == KIND_CHILD || nKind == KIND_TEXT;
-        break;
+    {
+        // One notch, one scroll: a host that passes an unhandled wheel on to
+        // the parent (DefWindowProc does) sends the parent the same notch
+        // while the child still handles it. Only the outermost of such nested
+        // wheel messages of windows that scroll is reported; a gutter's
+        // (which scrolls nothing) passed on to its editor scrolls the editor.
+        if ((nKind != KIND_CHILD && nKind != KIND_TEXT) || m_nWheelDepth > 0)
+            break;
+        ++m_nWheelDepth;
+        const LRESULT lResult = CallOriginal<bUnicode>(pfnOriginal, hWnd, uMsg, wParam, lParam);
+        --m_nWheelDepth;
+        // A tool that has ended takes its scrolling along: the host is as
+        // it was without it.
+        if (m_nWheelStep && !IsWindow(m_channel.Tool()))
+            Leave(false);
+        else if (m_nWheelStep)
+            Scroll(hWnd, nKind, wParam); // the host's own thread: no wait for the tool
+        else
+            ReportMessage(HOOK_MESSAGE_DONE, hWnd, uMsg, wParam,
+                          (GET_KEYSTATE_WPARAM(wParam) & MK_CONTROL) != 0 ? HOOK_FLAG_CONTROL : 0);
+        return lResult;
+    }
     case WM_KEYDOWN:
         // Only the two shortcuts, and only once: a real key press has been
         // reported by the keyboard hook already; a posted one arrives here.
@@ -763,15 +910,17 @@ template <bool bUnicode> LRESULT CHostSession::OnMessage(HWND hWnd, UINT uMsg, W
         {
             if (uMsg == m_uSetFocus)
             {
-                // Only the window's own thread may move the focus to it.
-                SetFocus(hWnd);
+                // Only the window's own thread may move the focus to it, and
+                // only the tool may ask.
+                if (IsSessionKey(static_cast<uint32_t>(wParam), static_cast<uint32_t>(lParam)))
+                    SetFocus(hWnd);
                 return 0;
             }
             if (uMsg == m_uLeave)
             {
-                // Posted by uninstallHook with the generation that ends our
-                // session; an older one belongs to a session already over.
-                if (static_cast<LONG>(static_cast<ULONG>(wParam) - static_cast<ULONG>(m_nGeneration)) > 0)
+                // Posted by uninstallHook with the key of the session it
+                // ends; any other is not ours to obey.
+                if (IsSessionKey(static_cast<uint32_t>(wParam), static_cast<uint32_t>(lParam)))
                     Leave(true);
                 return 0;
             }

@@ -13,23 +13,32 @@
 class CHostSession
 {
 public:
-    // A private message of the library: posted by uninstallHook to every host
-    // frame, wParam the generation that ends the current session.
+    // Private messages of the library. Leave: posted by uninstallHook to
+    // every host frame with the key in wParam and lParam. Host started:
+    // posted by a host to every top-level window when its frame is made or
+    // activated while no tool is in it; the installing tool's library then
+    // enters it (wParam: the frame).
     static const char kLeaveMessageName[];
     static UINT LeaveMessage();
+    static const char kHostStartedMessageName[];
+    static UINT HostStartedMessage();
 
     // HCBT_CREATEWND of the global hook. Cheap unless this process is a host
     // (or the window is a "PFE_Frame", which makes it one).
-    void OnCbtCreateWindow(HWND hWnd, const CREATESTRUCTA* pcs, HMODULE hModule, HWND hWndTool, LONG nGeneration);
+    void OnCbtCreateWindow(HWND hWnd, const CREATESTRUCTA* pcs);
     // HCBT_ACTIVATE: a host that was too busy to be entered by installHook
-    // is entered when it is next activated.
-    void OnCbtActivate(HWND hWnd, HMODULE hModule, HWND hWndTool, LONG nGeneration);
-    // Called on a host thread while the tool pulls it in (installHook).
-    void OnEnterRequest(HMODULE hModule, HWND hWndTool, LONG nGeneration);
+    // asks to be entered when it is next activated.
+    void OnCbtActivate(HWND hWnd);
+    // Called on a host thread while the installing tool pulls it in, with
+    // what the tool sent: its window and the key.
+    void OnEnterRequest(HMODULE hModule, const HostEnterRequest& request);
 
 private:
     bool IsHostThread() const { return m_dwThread == GetCurrentThreadId(); }
-    void Enter(HMODULE hModule, HWND hWndTool, LONG nGeneration);
+    bool IsSessionKey(uint32_t nKey0, uint32_t nKey1) const;
+    void AskToBeEntered(HWND hWndFrame);
+    void Enter(HMODULE hModule, HWND hWndTool, const uint32_t key[2], uint32_t nWheelStep);
+    void Scroll(HWND hWnd, UINT nKind, WPARAM wParam);
     void Leave(bool bReport);
     void WatchExisting();
     void Watch(HWND hWnd, UINT nKind);
@@ -46,6 +55,11 @@ private:
     template <bool bUnicode> LRESULT OnMessage(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam);
     template <bool bUnicode> static LRESULT CALLBACK SubclassProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam);
     static LRESULT CALLBACK KeyboardProc(int nCode, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK DestroyWatchProc(int nCode, WPARAM wParam, LPARAM lParam);
+    // Whether hWnd is really being destroyed (DestroyWindow was called on it
+    // or on an ancestor), not merely sent a WM_NCDESTROY by someone.
+    bool IsBeingDestroyed(HWND hWnd);
+    void StopWatchingDestroysWhenEmpty();
     static VOID CALLBACK ProbeProc(HWND hWnd, UINT uMsg, ULONG_PTR dwData, LRESULT lResult);
 
     CWatchTable m_table;
@@ -55,12 +69,17 @@ private:
     bool m_bEntered = false;
     bool m_bLeaving = false;
     bool m_bPinned = false;
-    LONG m_nGeneration = 0; // of the installHook that the current session belongs to
+    LONG m_nSession = 0;    // counts the sessions: a probe answered for an earlier one is ignored
     HHOOK m_hKeyboardHook = nullptr;
+    HHOOK m_hDestroyHook = nullptr; // while any window is subclassed
     WPARAM m_uHookedKey = 0; // a shortcut key already reported from the keyboard hook
+    bool m_bToolActed = false; // the message just handled was a request with the tool's key
+    unsigned m_nWheelDepth = 0; // wheel messages of scrolling windows being handled, nested
+    uint32_t m_nWheelStep = 0;  // the tool's wheel policy; 0: the tool scrolls on records
     UINT m_uCreateDockBar = 0;
     UINT m_uSetFocus = 0;
     UINT m_uLeave = 0;
+    UINT m_uHostStarted = 0;
 };
 
 extern CHostSession g_hostSession;

@@ -1,8 +1,10 @@
 #include "CToolChannel.h"
 
-void CToolChannel::Open(HWND hWndTool)
+void CToolChannel::Open(HWND hWndTool, const uint32_t key[2])
 {
     m_hWndTool = hWndTool;
+    m_key[0] = key[0];
+    m_key[1] = key[1];
     m_bUnresponsive = false;
     m_bProbePending = false;
 }
@@ -10,6 +12,7 @@ void CToolChannel::Open(HWND hWndTool)
 void CToolChannel::Close()
 {
     m_hWndTool = nullptr;
+    m_key[0] = m_key[1] = 0;
     m_bUnresponsive = false;
     m_bProbePending = false;
 }
@@ -18,10 +21,13 @@ SendResult CToolChannel::Send(UINT nCode, const HookRecord& record, HWND hWndAbo
 {
     if (!m_hWndTool)
         return SEND_NO_TOOL;
+    HookRecord keyed = record;
+    keyed.key[0] = m_key[0];
+    keyed.key[1] = m_key[1];
     COPYDATASTRUCT data;
     data.dwData = nCode;
     data.cbData = sizeof(HookRecord);
-    data.lpData = const_cast<HookRecord*>(&record);
+    data.lpData = &keyed;
     const DWORD dwHostBefore = m_dwHostMs;
     const unsigned nSignsBefore = m_nSignsOfLife;
     const DWORD dwStart = GetTickCount();
@@ -33,17 +39,37 @@ SendResult CToolChannel::Send(UINT nCode, const HookRecord& record, HWND hWndAbo
     const LRESULT lSent = SendMessageTimeoutA(m_hWndTool, WM_COPYDATA, reinterpret_cast<WPARAM>(hWndAbout),
                                               reinterpret_cast<LPARAM>(&data), SMTO_NORMAL | SMTO_ABORTIFHUNG,
                                               kRecordTimeoutMs, &dwResult);
+    const DWORD dwError = lSent ? ERROR_SUCCESS : GetLastError();
     --m_nSendDepth;
     if (lSent)
         return SEND_DELIVERED;
     if (!IsWindow(m_hWndTool))
         return SEND_NO_TOOL;
-    // The tool's own share of the wait: what the host did not spend handling
-    // messages sent to it meanwhile.
     const DWORD dwWaited = GetTickCount() - dwStart;
     const DWORD dwHost = m_dwHostMs - dwHostBefore;
-    if (m_nSignsOfLife != nSignsBefore || dwWaited < dwHost + kRecordTimeoutMs / 2)
-        return SEND_DELIVERED; // slow but working for the host: the record is in its hands
+    return Classify(dwError, dwWaited, dwHost, m_nSignsOfLife != nSignsBefore);
+}
+
+SendResult CToolChannel::Classify(DWORD dwError, DWORD dwWaited, DWORD dwHostMs, bool bToolActed)
+{
+    // The tool's requests while the record waited: it is at work for us.
+    if (bToolActed)
+        return SEND_DELIVERED;
+    // A tool that has not read its queue for seconds is one the system calls
+    // hung: it aborts a send to it at once (SMTO_ABORTIFHUNG), and such a
+    // record never reached the tool, however short the wait.
+    if (m_hWndTool && IsHungAppWindow(m_hWndTool))
+    {
+        m_bUnresponsive = true;
+        return SEND_HUNG;
+    }
+    // Otherwise: a wait that ran out while the host itself spent most of it
+    // on messages sent to it is slow, but the record is in the tool's hands.
+    // Wine: the error of a wait that ran out is not always ERROR_TIMEOUT, so
+    // any timeout code (or none) counts, and the time waited decides.
+    const bool bTimeoutError = dwError == ERROR_TIMEOUT || dwError == WAIT_TIMEOUT || dwError == ERROR_SUCCESS;
+    if (bTimeoutError && dwWaited < dwHostMs + kRecordTimeoutMs / 2)
+        return SEND_DELIVERED;
     m_bUnresponsive = true;
     return SEND_HUNG;
 }

@@ -33,6 +33,7 @@ struct WatchEntry
     WatchReport nReport;
     WatchState nState;
     bool bUnicode;       // subclassed with the W functions
+    bool bDestroying;    // DestroyWindow was called on it: its WM_NCDESTROY is real
 };
 
 class CWatchTable

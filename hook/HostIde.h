@@ -45,6 +45,19 @@ inline HWND FindMdiClient(HWND hWndFrame)
     return ::FindWindowExA(hWndFrame, nullptr, kClientClass, nullptr);
 }
 
+// Has the frame lay out its MDI client again, as after a resize: WM_SIZE
+// with its true state and client size, so that a host that lays out from
+// the message's lParam (as DefFrameProc does) gets it right as well as one
+// that reads its size back.
+inline void RelayoutFrame(HWND hWndFrame)
+{
+    RECT rect;
+    if (!::GetClientRect(hWndFrame, &rect))
+        return;
+    const WPARAM nState = ::IsIconic(hWndFrame) ? SIZE_MINIMIZED : ::IsZoomed(hWndFrame) ? SIZE_MAXIMIZED : SIZE_RESTORED;
+    ::PostMessageA(hWndFrame, WM_SIZE, nState, MAKELPARAM(rect.right - rect.left, rect.bottom - rect.top));
+}
+
 // The text pane of an MDI child (an editor is its own text window; a view
 // holds one as a child), or NULL.
 inline HWND FindTextPane(HWND hWndChild)

@@ -6,10 +6,19 @@
 // inside the host's process (moving the focus). This header is all the two
 // share: the library includes nothing of the tool, the tool nothing of the
 // library's inner working.
+//
+// Any program can send messages to the host's windows and to the tool, and
+// load this library. So installHook makes a key, a random 64-bit number that
+// only the installing tool and the hosts it entered know: the tool hands it
+// to each host itself, while entering it, and every record and every request
+// carries it. A record or request without the key is refused unread.
 #pragma once
 
 #include <windows.h>
 #include <stdint.h>
+#include <string.h>
+
+#include "HookWire.h"
 
 #ifdef QUORVANT_HOOK_BUILD
 #define QUORVANT_HOOK_API extern "C" __declspec(dllexport)
@@ -20,6 +29,13 @@
 // Starts reporting to hWndTool: every host IDE window that exists already is
 // reported at once (parents before children), later ones as they are created.
 QUORVANT_HOOK_API BOOL __cdecl installHook(HWND hWndTool);
+// The key of the current installHook in this process, {0, 0} when there is
+// none: the tool checks records with it, and the request functions below send
+// it.
+QUORVANT_HOOK_API void __cdecl hookKey(uint32_t key[2]);
+// The wheel policy the next installHook hands to every host it enters; a
+// tool that sets none scrolls on the wheel records itself.
+QUORVANT_HOOK_API void __cdecl setHookWheelPolicy(const HookWheelPolicy* pPolicy);
 // Stops reporting: every window still reported gets its HOOK_DESTROY record,
 // delivered asynchronously by each host; the tool waits for them. A popup
 // that the tool had appended to a host's menu bar is taken out first; so is
@@ -32,55 +48,39 @@ QUORVANT_HOOK_API BOOL __cdecl uninstallHook();
 // move, size, show or hide it (not those of activation or z-order alone): a
 // window of the tool that floats over the frame follows it with them.
 
-// WM_COPYDATA dwData: the record code.
-enum HookCode
-{
-    HOOK_CREATE = 1,       // a host window exists; word 0 holds its kind
-    HOOK_MESSAGE = 2,      // the host window is about to handle a message
-    HOOK_MESSAGE_DONE = 3, // the host window has handled a message (or a posted one arrived)
-    HOOK_DESTROY = 4       // the host window is gone; always the window's last record
-};
 
-// Word 0 of a HOOK_CREATE record.
-enum HookKind
+// A handle of the wire's 32-bit form, sign-extended: that is how 64-bit
+// Windows widens a 32-bit handle.
+template <class THandle> THandle HandleFromWord(uint32_t nWord)
 {
-    KIND_FRAME = 1,  // the host frame, class "PFE_Frame"
-    KIND_CLIENT = 2, // its MDI client, class "MDIClient"
-    KIND_CHILD = 3,  // an MDI child: child of "MDIClient" under "PFE_Frame"
-    KIND_TEXT = 4,   // a "PFE_Text" window inside an MDI child: its parent scrolls
-    KIND_NUM = 5     // any other window inside an MDI child: its parent takes the focus
-};
-
-// Word 4 of a message record: the host's key state when the message arrived.
-// The tool's own thread has a key state of its own on Windows, so a shortcut
-// must not rely on GetKeyState in the tool alone.
-enum HookFlags
-{
-    HOOK_FLAG_CONTROL = 1 // Ctrl was held in the host
-};
-
-// Five 32-bit words, whatever the bitness: window handles are 32-bit values
-// on 64-bit Windows too, so one layout serves both builds.
-struct HookRecord
-{
-    uint32_t nKind;    // word 0: kind, creation records only
-    uint32_t hWnd;     // word 1: the host window
-    uint32_t nMessage; // word 2: message number, message records only
-    uint32_t wParam;   // word 3: the message's wParam, message records only
-    uint32_t nFlags;   // word 4: HookFlags, message records only
-};
-
-static_assert(sizeof(HookRecord) == 20, "a record is five 32-bit words");
+    return reinterpret_cast<THandle>(static_cast<LONG_PTR>(static_cast<int32_t>(nWord)));
+}
 
 inline HWND HookRecordWindow(const HookRecord* pRecord)
 {
-    // Sign-extend: that is how 64-bit Windows widens a 32-bit handle.
-    return reinterpret_cast<HWND>(static_cast<LONG_PTR>(static_cast<int32_t>(pRecord->hWnd)));
+    return HandleFromWord<HWND>(pRecord->hWnd);
+}
+
+template <class THandle> uint32_t HandleWord(THandle hHandle)
+{
+    return static_cast<uint32_t>(reinterpret_cast<UINT_PTR>(hHandle));
 }
 
 inline uint32_t HookWindowWord(HWND hWnd)
 {
-    return static_cast<uint32_t>(reinterpret_cast<UINT_PTR>(hWnd));
+    return HandleWord(hWnd);
+}
+
+// The record in a WM_COPYDATA the tool received, when it is one of the
+// current installHook's records; NULL for anything else.
+inline const HookRecord* HookRecordOf(const COPYDATASTRUCT* pData)
+{
+    if (!pData || pData->cbData != sizeof(HookRecord) || !pData->lpData)
+        return nullptr;
+    const HookRecord* pRecord = static_cast<const HookRecord*>(pData->lpData);
+    uint32_t key[2] = {};
+    hookKey(key);
+    return IsHookKey(pRecord->key, key) ? pRecord : nullptr;
 }
 
 // Requests the tool makes of the library inside the host. Each is a registered
@@ -99,16 +99,19 @@ inline UINT HostSetFocusMessage()
 }
 
 // Asks the host to give hWnd the keyboard focus. Fails silently when hWnd is
-// gone or is not a reported window.
+// gone or is not a reported window. Posted, with the key in wParam and
+// lParam.
 inline void RequestHostFocus(HWND hWnd)
 {
-    PostMessageA(hWnd, HostSetFocusMessage(), 0, 0);
+    uint32_t key[2] = {};
+    hookKey(key);
+    PostMessageA(hWnd, HostSetFocusMessage(), key[0], key[1]);
 }
 
 // Requests that carry data go as WM_COPYDATA sent to the host frame, with one
-// of these codes as dwData; the library's subclass of the frame carries them
-// out on the host's thread and answers nonzero when it did. The host's own
-// procedure never sees them. They are sent, not posted, so that what the tool
+// of these codes as dwData and the key in front of the data; the library's
+// subclass of the frame carries them out on the host's thread and answers
+// nonzero when it did. The host's own procedure never sees them. They are sent, not posted, so that what the tool
 // posts to the frame afterwards (the close command after a drop) comes after
 // them; SMTO_ABORTIFHUNG and a short limit keep a hung host from holding the
 // tool.
@@ -118,39 +121,23 @@ inline void RequestHostFocus(HWND hWnd)
 // it), and Wine refuses to edit another process's menus (IsMenu fails on the
 // host's menu bar handle and AppendMenu does nothing). Doing them in the host
 // is right on both, so there is one path.
-enum HostRequestCode
-{
-    REQUEST_DROPFILE = 0x51560101,      // lpData: the file's ANSI path with its NUL
-    REQUEST_APPENDPOPUP = 0x51560102,   // lpData: HostPopupRequest
-    REQUEST_REMOVEPOPUP = 0x51560103,   // no data: removes what REQUEST_APPENDPOPUP appended
-    REQUEST_CHECKMENUITEM = 0x51560104  // lpData: HostCheckRequest
-};
-
 const UINT kHostRequestTimeout = 1000; // ms
+static_assert(kCheckOn == MF_CHECKED && kCheckOff == MF_UNCHECKED, "check states as the system has them");
+static_assert(kMaxDropPath == MAX_PATH, "drop paths as long as the system's");
 
-// A popup to append to the host frame's menu bar: its text and up to eight
-// plain items (separators have id 0 and no text).
-struct HostPopupRequest
-{
-    char szText[64];
-    uint32_t nItems;
-    struct Item
-    {
-        uint32_t nId;
-        char szText[64];
-    } items[8];
-};
-
-struct HostCheckRequest
-{
-    uint32_t hMenu;  // a menu of the host, as a 32-bit word
-    uint32_t nId;    // item by command
-    uint32_t nCheck; // MF_CHECKED or MF_UNCHECKED
-};
 
 inline BOOL SendHostRequest(HWND hWndFrame, ULONG_PTR nCode, const void* pData, DWORD cbData)
 {
-    COPYDATASTRUCT cds = {nCode, cbData, const_cast<void*>(pData)};
+    // The key, then the data, in one block.
+    BYTE buffer[sizeof(HostRequestHeader) + sizeof(HostPopupRequest)] = {};
+    if (cbData > sizeof(buffer) - sizeof(HostRequestHeader))
+        return FALSE;
+    HostRequestHeader header = {};
+    hookKey(header.key);
+    memcpy(buffer, &header, sizeof(header));
+    if (cbData)
+        memcpy(buffer + sizeof(header), pData, cbData);
+    COPYDATASTRUCT cds = {nCode, static_cast<DWORD>(sizeof(header) + cbData), buffer};
     DWORD_PTR dwResult = 0;
     if (!SendMessageTimeoutA(hWndFrame, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&cds),
                              SMTO_NORMAL | SMTO_ABORTIFHUNG, kHostRequestTimeout, &dwResult))
@@ -160,10 +147,15 @@ inline BOOL SendHostRequest(HWND hWndFrame, ULONG_PTR nCode, const void* pData, 
 
 // Has the host frame open a file as if it had been dropped on it: the library
 // builds the DROPFILES block (one ANSI name) in the host and posts the frame
-// WM_DROPFILES with it.
+// WM_DROPFILES with it. Only an existing regular file on a local drive is
+// opened: no network path (it would hand the user's credentials to a
+// server), no device, pipe or directory.
 inline BOOL RequestHostDropFile(HWND hWndFrame, LPCSTR pszPath)
 {
-    return SendHostRequest(hWndFrame, REQUEST_DROPFILE, pszPath, static_cast<DWORD>(lstrlenA(pszPath) + 1));
+    const int nPath = lstrlenA(pszPath);
+    if (nPath >= MAX_PATH)
+        return FALSE;
+    return SendHostRequest(hWndFrame, REQUEST_DROPFILE, pszPath, static_cast<DWORD>(nPath + 1));
 }
 
 // Appends a copy of hPopup, a popup menu of the tool, to the end of the host
@@ -174,7 +166,7 @@ inline BOOL RequestHostAppendPopup(HWND hWndFrame, HMENU hPopup, LPCSTR pszText)
     HostPopupRequest request = {};
     lstrcpynA(request.szText, pszText, sizeof(request.szText));
     const int nCount = GetMenuItemCount(hPopup);
-    for (int i = 0; i < nCount && request.nItems < 8; ++i)
+    for (int i = 0; i < nCount && request.nItems < kMaxPopupItems; ++i)
     {
         HostPopupRequest::Item& item = request.items[request.nItems++];
         const UINT nId = GetMenuItemID(hPopup, i);
@@ -191,9 +183,18 @@ inline BOOL RequestHostRemovePopup(HWND hWndFrame)
     return SendHostRequest(hWndFrame, REQUEST_REMOVEPOPUP, nullptr, 0);
 }
 
+// Chooses a command of the popup the tool appended, as the user would in the
+// host's menu: the tool hears it as a WM_COMMAND record of the frame, and the
+// host's own procedure never sees it.
+inline BOOL RequestHostChoose(HWND hWndFrame, UINT nId)
+{
+    const uint32_t nCommand = nId;
+    return SendHostRequest(hWndFrame, REQUEST_CHOOSE, &nCommand, sizeof(nCommand));
+}
+
 // CheckMenuItem(hMenu, nId, MF_BYCOMMAND | nCheck) inside the host.
 inline BOOL RequestHostCheckMenuItem(HWND hWndFrame, HMENU hMenu, UINT nId, UINT nCheck)
 {
-    const HostCheckRequest request = {HookWindowWord(reinterpret_cast<HWND>(hMenu)), nId, nCheck};
+    const HostCheckRequest request = {HandleWord(hMenu), nId, nCheck};
     return SendHostRequest(hWndFrame, REQUEST_CHECKMENUITEM, &request, sizeof(request));
 }

@@ -3,6 +3,7 @@
 #include "DroppedFiles.h"
 #include "EditorWindow.h"
 #include "HostLog.h"
+#include "HostVariant.h"
 #include "MdiChild.h"
 #include "ToolBar.h"
 #include "ViewCatalog.h"
@@ -175,7 +176,7 @@ LRESULT HostFrame::HandleMessage(UINT nMessage, WPARAM wParam, LPARAM lParam)
     case WM_SIZE:
         // Not DefFrameProc: it would lay the client over the tool bar.
         if (wParam != SIZE_MINIMIZED)
-            OnSize();
+            OnSize(lParam);
         return 0;
     case WM_COMMAND:
         if (LOWORD(wParam) == kLogMenuCheck)
@@ -227,14 +228,17 @@ bool HostFrame::OnCreate()
     return true;
 }
 
-void HostFrame::OnSize()
+void HostFrame::OnSize(LPARAM lParam)
 {
-    // The size is read back rather than taken from lParam: the tool posts
-    // WM_SIZE with lParam 0 to have the layout done again. The tool narrows
-    // the client afterwards; only this message puts it back over everything.
+    // The size is read back, or taken from lParam as a frame built on
+    // DefFrameProc does (the lparam variant): a tool that posts WM_SIZE must
+    // give the true size for both. The tool narrows the client afterwards;
+    // only this message puts it back over everything.
     RECT rc;
     GetClientRect(m_hWnd, &rc);
-    const int nBar = ToolBar::kHeight;
+    if (HostVariant::Current().bLayoutFromLParam)
+        SetRect(&rc, 0, 0, LOWORD(lParam), HIWORD(lParam));
+    const int nBar = ToolBar::Height();
     RECT rcBar = rc;
     RECT rcClient = rc;
     switch (m_toolBarSide)
@@ -268,7 +272,9 @@ void HostFrame::PlaceToolBar(ToolBar::Side side)
     m_toolBarSide = side;
     if (ToolBar* pBar = ToolBar::From(m_hWndToolBar))
         pBar->SetSide(side);
-    OnSize();
+    RECT rcClient;
+    GetClientRect(m_hWnd, &rcClient);
+    OnSize(MAKELPARAM(rcClient.right, rcClient.bottom));
     RECT rc;
     GetWindowRect(m_hWndToolBar, &rc);
     MapWindowPoints(nullptr, m_hWnd, reinterpret_cast<POINT*>(&rc), 2);

@@ -50,7 +50,7 @@ private:
     LRESULT HandleMessage(UINT nMessage, WPARAM wParam, LPARAM lParam) override;
     LRESULT DefaultProc(UINT nMessage, WPARAM wParam, LPARAM lParam) override;
     bool OnCreate();
-    void OnSize();
+    void OnSize(LPARAM lParam);
     bool OnCommand(UINT nCommand);
     void OnDropFiles(HDROP hDrop);
     void OnRegisteredMessage(UINT nMessage);

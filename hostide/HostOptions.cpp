@@ -1,5 +1,7 @@
 #include "HostOptions.h"
 
+#include "HostVariant.h"
+
 #include <windows.h>
 
 #include <stdio.h>
@@ -59,6 +61,8 @@ HostOptions HostOptions::Parse(const char* pszCommandLine)
             options.strNextProject = strValue;
         else if (_stricmp(strSwitch.c_str(), "/toolbar") == 0)
             options.strToolBar = strValue;
+        else if (_stricmp(strSwitch.c_str(), "/variant") == 0)
+            HostVariant::Current().Apply(strValue);
         else if (_stricmp(strSwitch.c_str(), "/open") == 0)
             options.windows.push_back({false, FullPath(strValue)});
         else if (_stricmp(strSwitch.c_str(), "/view") == 0)

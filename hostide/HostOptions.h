@@ -1,7 +1,7 @@
 // The command line of the stand-in:
 //   HOSTIDE.exe [/log <file>] [/project <path>] [/open <file>]... [/view <id>]...
 //               [/size <w>x<h>] [/pos <x>,<y>] [/nextproject <path>]
-//               [/toolbar top|left|bottom|right]
+//               [/toolbar top|left|bottom|right] [/variant lparam,wheel,tallbar]
 // Windows named by /open and /view open in the order given.
 #pragma once
 

@@ -1,5 +1,7 @@
 #include "LineNumbers.h"
 
+#include "HostVariant.h"
+
 #include "PaintDC.h"
 #include "TextPainter.h"
 
@@ -33,7 +35,9 @@ LRESULT LineNumbers::HandleMessage(UINT nMessage, WPARAM wParam, LPARAM lParam)
     case WM_ERASEBKGND:
         return 1;
     case WM_MOUSEWHEEL:
-        return 0; // as in the editor: the wheel is not the host's
+        // As in the editor: the wheel is not the host's; passed on in the
+        // wheel variant.
+        return HostVariant::Current().bWheelToParent ? DefaultProc(nMessage, wParam, lParam) : 0;
     default:
         return DefaultProc(nMessage, wParam, lParam);
     }

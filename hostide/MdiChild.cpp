@@ -1,5 +1,7 @@
 #include "MdiChild.h"
 
+#include "HostVariant.h"
+
 #include "HostLog.h"
 
 #include <mbstring.h>
@@ -78,8 +80,11 @@ bool MdiChild::HandleCommon(UINT nMessage, WPARAM wParam, LPARAM lParam, LRESULT
         lResult = DefaultProc(nMessage, wParam, lParam);
         return true;
     case WM_MOUSEWHEEL:
-        // The host predates wheel support: the wheel neither scrolls here nor
-        // travels on to the parent, so only lines the tool sends are counted.
+        // The host predates wheel support: the wheel never scrolls here, so
+        // only lines the tool sends are counted. Whether it travels on to
+        // the parent is the variant's.
+        if (HostVariant::Current().bWheelToParent)
+            return false;
         lResult = 0;
         return true;
     default:

@@ -1,5 +1,7 @@
 #include "ToolBar.h"
 
+#include "HostVariant.h"
+
 #include "PaintDC.h"
 
 #include <windowsx.h>
@@ -139,7 +141,7 @@ bool ToolBar::Register()
 HWND ToolBar::Create(HWND hWndFrame)
 {
     return HostWindow::Create(std::unique_ptr<HostWindow>(new ToolBar()), 0, kClass, "", WS_CHILD | WS_VISIBLE, 0, 0,
-                              0, kHeight, hWndFrame, nullptr);
+                              0, Height(), hWndFrame, nullptr);
 }
 
 ToolBar* ToolBar::From(HWND hWnd)
@@ -231,5 +233,13 @@ void ToolBar::OnLButtonDown(int x, int y)
     // Posted, as a menu command would arrive; the tool bar never takes the focus.
     if (pButton)
         PostMessageA(GetParent(m_hWnd), WM_COMMAND, pButton->nCommand, 0);
+}
+} // namespace hostide
+
+namespace hostide
+{
+int ToolBar::Height()
+{
+    return HostVariant::Current().nToolBarHeight;
 }
 } // namespace hostide

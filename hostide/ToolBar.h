@@ -11,7 +11,7 @@ class ToolBar : public HostWindow
 {
 public:
     static const char kClass[];
-    static const int kHeight = 28;
+    static int Height(); // 28, or the variant's
     static bool Register();
     static HWND Create(HWND hWndFrame);
     static ToolBar* From(HWND hWnd);

@@ -1,5 +1,7 @@
 #include "ViewWindow.h"
 
+#include "HostVariant.h"
+
 #include "EditorWindow.h"
 #include "HostLog.h"
 #include "PaintDC.h"
@@ -133,7 +135,8 @@ LRESULT ViewText::HandleMessage(UINT nMessage, WPARAM wParam, LPARAM lParam)
         LogClick("LBUTTONUP", lParam);
         return 0;
     case WM_MOUSEWHEEL:
-        return 0; // not passed on to the view: the host has no wheel support
+        // No wheel support; passed on to the view only in the wheel variant.
+        return HostVariant::Current().bWheelToParent ? DefaultProc(nMessage, wParam, lParam) : 0;
     default:
         return DefaultProc(nMessage, wParam, lParam);
     }

@@ -5,28 +5,14 @@
 #include "HostIde.h"
 #include "WindowText.h"
 
-#include <stdlib.h>
 
 void CChildWndItem::OnHookMessageDone(const HookRecord* pRecord)
 {
     switch (pRecord->nMessage)
     {
-    case WM_MOUSEWHEEL: OnMouseWheel(pRecord); break;
     case WM_KEYDOWN: OnKeyDown(pRecord); break;
     default: break;
     }
-}
-
-void CChildWndItem::OnMouseWheel(const HookRecord* pRecord)
-{
-    if (pRecord->wParam == 0)
-        return;
-    // A normal notch (120) scrolls four lines; less than 30 scrolls nothing.
-    const int nDelta = static_cast<short>(HIWORD(pRecord->wParam));
-    const int nLines = abs(nDelta) / 30;
-    const WPARAM wCode = nDelta > 0 ? SB_LINEUP : SB_LINEDOWN;
-    for (int i = 0; i < nLines; ++i)
-        SendMessageA(m_hWnd, WM_VSCROLL, wCode, 0);
 }
 
 void CChildWndItem::OnKeyDown(const HookRecord* pRecord)

@@ -1,8 +1,15 @@
-// The item of an MDI child of the host (an editor or a view): wheel scrolling,
-// Ctrl+Enter for the Comment Editor and Ctrl+E for the external editor.
+// The item of an MDI child of the host (an editor or a view): Ctrl+Enter for
+// the Comment Editor and Ctrl+E for the external editor. The wheel policy for
+// it is handed to the hook library, which scrolls inside the host.
 #pragma once
 
 #include "CItem.h"
+
+// The wheel delta that scrolls one line of an MDI child: a notch (120) is
+// four lines, less than this nothing. The hook library scrolls with it
+// inside the host, on the wheel message itself (see HookWheelPolicy), so
+// that the host never waits for the tool to scroll.
+const uint32_t kWheelStep = 30;
 
 class CChildWndItem : public CItem
 {
@@ -18,6 +25,5 @@ public:
     HWND GetHostFrame() const;
 
 private:
-    void OnMouseWheel(const HookRecord* pRecord);
     void OnKeyDown(const HookRecord* pRecord);
 };

@@ -1,5 +1,5 @@
 // The item of a text window inside an MDI child (a view's text): a click
-// gives the view the focus, and each wheel message scrolls the view a line.
+// gives the view the focus (the hook library scrolls the view on the wheel).
 #pragma once
 
 #include "CItem.h"

@@ -16,6 +16,7 @@ struct HostCommand
 // The row of nID in a table of nCount rows, or NULL.
 const HostCommand* FindHostCommand(const HostCommand* pTable, int nCount, UINT nID);
 
-// Posts WM_COMMAND nHostCommand (lParam 0) to the host frame; fails silently
-// when the frame is gone.
+// Posts WM_COMMAND nHostCommand (lParam 0) to the host frame, or chooses it
+// in our popup there when it is one of the popup's; fails silently when the
+// frame is gone.
 void PostHostCommand(HWND hWndHost, UINT nHostCommand);

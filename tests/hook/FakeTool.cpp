@@ -38,6 +38,10 @@ namespace
 {
 const char kClass[] = "QvFakeTool";
 const UINT kHangMessage = WM_APP + 1;
+// WM_COPYDATA of the test program: send a request to the host as the tool
+// that installed the hook does. Data: HWND word, request code (0: focus),
+// then the request's data; the answer is the request's.
+const ULONG_PTR kProxyRequest = 0x50525859;
 const DWORD kExitWaitMs = 5000;
 
 HANDLE g_hLog = INVALID_HANDLE_VALUE;
@@ -87,9 +91,9 @@ void OnRecord(const COPYDATASTRUCT* pData)
             const DWORD dwStart = GetTickCount();
             while (GetTickCount() - dwStart < g_dwBusyMs)
             {
-                DWORD_PTR dwResult = 0;
-                SendMessageTimeoutA(HookRecordWindow(pRecord), WM_VSCROLL, SB_ENDSCROLL, 0, SMTO_NORMAL, 1000,
-                                    &dwResult);
+                // Requests with the key: the one sign of life the library
+                // takes from a tool whose record is late.
+                RequestHostChoose(HookRecordWindow(pRecord), 0);
                 Sleep(20);
             }
         }
@@ -106,8 +110,24 @@ LRESULT CALLBACK WndProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
     switch (uMsg)
     {
     case WM_COPYDATA:
-        OnRecord(reinterpret_cast<const COPYDATASTRUCT*>(lParam));
+    {
+        const COPYDATASTRUCT* pData = reinterpret_cast<const COPYDATASTRUCT*>(lParam);
+        if (pData->dwData == kProxyRequest && pData->cbData >= 8)
+        {
+            uint32_t head[2];
+            memcpy(head, pData->lpData, sizeof(head));
+            HWND hWndTarget = HandleFromWord<HWND>(head[0]);
+            if (head[1] == 0)
+            {
+                RequestHostFocus(hWndTarget);
+                return 1;
+            }
+            return SendHostRequest(hWndTarget, head[1], static_cast<const char*>(pData->lpData) + 8,
+                                   pData->cbData - 8);
+        }
+        OnRecord(pData);
         return 0;
+    }
     case kHangMessage:
         // Not answering at all: no message of any kind is taken meanwhile.
         Log("HANG %lu", static_cast<unsigned long>(wParam));

@@ -293,6 +293,75 @@ struct Session
     qt::Host host;
     FakeTool tool;
 };
+
+// Requests go to the host from the fake tool, the one process with the key
+// (see FAKETOOL.exe); nCode 0 is the focus request.
+const ULONG_PTR kProxyRequest = 0x50525859;
+
+BOOL ToolRawRequest(const FakeTool& tool, HWND hWnd, uint32_t nCode, const void* pData, DWORD cbData)
+{
+    std::vector<char> data(8 + cbData);
+    const uint32_t head[2] = {HookWindowWord(hWnd), nCode};
+    memcpy(data.data(), head, sizeof(head));
+    if (cbData)
+        memcpy(data.data() + 8, pData, cbData);
+    COPYDATASTRUCT cds = {kProxyRequest, static_cast<DWORD>(data.size()), data.data()};
+    DWORD_PTR dwResult = 0;
+    if (!SendMessageTimeoutA(tool.Window(), WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&cds), SMTO_NORMAL, 5000,
+                             &dwResult))
+        return FALSE;
+    return dwResult != 0;
+}
+
+void ToolFocus(const FakeTool& tool, HWND hWnd)
+{
+    ToolRawRequest(tool, hWnd, 0, nullptr, 0);
+}
+
+BOOL ToolDrop(const FakeTool& tool, HWND hWndFrame, const char* pszPath)
+{
+    return ToolRawRequest(tool, hWndFrame, REQUEST_DROPFILE, pszPath, static_cast<DWORD>(strlen(pszPath) + 1));
+}
+
+BOOL ToolAppendPopup(const FakeTool& tool, HWND hWndFrame, HMENU hPopup, const char* pszText)
+{
+    HostPopupRequest request = {};
+    lstrcpynA(request.szText, pszText, sizeof(request.szText));
+    const int nCount = GetMenuItemCount(hPopup);
+    for (int i = 0; i < nCount && request.nItems < kMaxPopupItems; ++i)
+    {
+        HostPopupRequest::Item& item = request.items[request.nItems++];
+        const UINT nId = GetMenuItemID(hPopup, i);
+        item.nId = nId == static_cast<UINT>(-1) ? 0 : nId;
+        GetMenuStringA(hPopup, i, item.szText, sizeof(item.szText), MF_BYPOSITION);
+    }
+    return ToolRawRequest(tool, hWndFrame, REQUEST_APPENDPOPUP, &request, sizeof(request));
+}
+
+BOOL ToolCheck(const FakeTool& tool, HWND hWndFrame, HMENU hMenu, UINT nId, UINT nCheck)
+{
+    const HostCheckRequest request = {HandleWord(hMenu), nId, nCheck};
+    return ToolRawRequest(tool, hWndFrame, REQUEST_CHECKMENUITEM, &request, sizeof(request));
+}
+
+BOOL ToolRemovePopup(const FakeTool& tool, HWND hWndFrame)
+{
+    return ToolRawRequest(tool, hWndFrame, REQUEST_REMOVEPOPUP, nullptr, 0);
+}
+
+// The same request from a program that is not the tool: no key, or a guess.
+BOOL StrangerRequest(HWND hWnd, uint32_t nCode, const void* pData, DWORD cbData, uint32_t nGuess = 0)
+{
+    std::vector<char> data(sizeof(HostRequestHeader) + cbData);
+    const HostRequestHeader header = {{nGuess, nGuess}};
+    memcpy(data.data(), &header, sizeof(header));
+    if (cbData)
+        memcpy(data.data() + sizeof(header), pData, cbData);
+    COPYDATASTRUCT cds = {nCode, static_cast<DWORD>(data.size()), data.data()};
+    DWORD_PTR dwResult = 0;
+    SendMessageTimeoutA(hWnd, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&cds), SMTO_NORMAL, 5000, &dwResult);
+    return dwResult != 0;
+}
 } // namespace
 
 TEST_CASE(entering_a_running_host_reports_its_windows_parents_first)
@@ -592,13 +661,21 @@ TEST_CASE(the_focus_request_moves_the_focus_inside_the_host)
     REQUIRE(hWndEditor);
     const std::string strLine = "SETFOCUS PFE_Text " + s.File("a.c");
     const int nBefore = s.host.CountLog(strLine);
-    RequestHostFocus(hWndEditor);
+    ToolFocus(s.tool, hWndEditor);
     CHECK(s.host.WaitLog(strLine, 5000, nBefore + 1));
+    // A stranger's request, without the key, moves nothing: the marker
+    // posted after it arrives with the focus still where it was.
+    HWND hWndB = s.host.FindWindowByTitle(s.File("b.c"));
+    const std::string strB = "SETFOCUS PFE_Text " + s.File("b.c");
+    const int nB = s.host.CountLog(strB);
+    PostMessageA(hWndB, HostSetFocusMessage(), 0, 0);
+    CHECK(Drain(s.host, hWndB));
+    CHECK_EQ(s.host.CountLog(strB), nB);
     // A window that is gone, or one the library does not watch: nothing, and the host runs on.
     HWND hWndToolBar = FindWindowExA(s.host.Frame(), nullptr, "PFE_TBar", nullptr);
-    RequestHostFocus(hWndToolBar);
+    ToolFocus(s.tool, hWndToolBar);
     PostMessageA(hWndEditor, WM_CLOSE, 0, 0);
-    RequestHostFocus(hWndEditor);
+    ToolFocus(s.tool, hWndEditor);
     HWND hWndOther = s.host.FindWindowByTitle(s.File("b.c"));
     REQUIRE(hWndOther);
     CHECK(Drain(s.host, hWndOther));
@@ -745,10 +822,6 @@ TEST_CASE(a_host_that_closes_reports_every_window_gone_and_ends_cleanly)
 
 namespace
 {
-BOOL SendRawRequest(HWND hWnd, ULONG_PTR nCode, const void* pData, DWORD cbData)
-{
-    return SendHostRequest(hWnd, nCode, pData, cbData);
-}
 
 // A full path of exactly nLength characters in strDir.
 std::string PathOfLength(const std::string& strDir, size_t nLength)
@@ -770,18 +843,21 @@ TEST_CASE(a_drop_request_opens_the_file_in_the_host_and_bad_ones_change_nothing)
     REQUIRE(hWndEditor);
 
     // The stand-in checks the block's header and list before it reads a name.
+    // Only files that exist are dropped.
     const std::string strPlain = s.File("b.c");
     const std::string strSpaces = s.File("two words here.c");
     const std::string strLongest = PathOfLength(s.strDir, MAX_PATH - 1);
+    for (const std::string& strPath : {strPlain, strSpaces, strLongest, s.File("a.c"), s.File("d.c")})
+        REQUIRE(qt::WriteTextFile(strPath, "; a file\r\n"));
     for (const std::string& strPath : {strPlain, strSpaces, strLongest})
     {
-        CHECK(RequestHostDropFile(hWndFrame, strPath.c_str()));
+        CHECK(ToolDrop(s.tool, hWndFrame, strPath.c_str()));
         CHECK(s.host.WaitLog("DROP " + strPath, 5000));
         CHECK(s.host.WaitLog("OPEN " + strPath, 5000));
     }
     // Dropping an open file makes it active; a close the tool posts right
     // after the request closes that file, not the one active before.
-    CHECK(RequestHostDropFile(hWndFrame, s.File("a.c").c_str()));
+    CHECK(ToolDrop(s.tool, hWndFrame, s.File("a.c").c_str()));
     PostMessageA(hWndFrame, WM_COMMAND, 1007, 0);
     CHECK(s.host.WaitLog("CLOSE " + s.File("a.c"), 5000));
     CHECK_EQ(s.host.CountLog("CLOSE " + strLongest), 0);
@@ -791,21 +867,29 @@ TEST_CASE(a_drop_request_opens_the_file_in_the_host_and_bad_ones_change_nothing)
     // path without its NUL, one with a NUL inside, an empty one, no data,
     // and a drop sent to a window that is not the frame.
     const std::string strTooLong = PathOfLength(s.strDir, MAX_PATH);
-    CHECK(!RequestHostDropFile(hWndFrame, strTooLong.c_str()));
-    CHECK(!SendRawRequest(hWndFrame, REQUEST_DROPFILE, strPlain.c_str(), static_cast<DWORD>(strPlain.size())));
+    CHECK(!ToolDrop(s.tool, hWndFrame, strTooLong.c_str()));
+    CHECK(!ToolRawRequest(s.tool, hWndFrame, REQUEST_DROPFILE, strPlain.c_str(), static_cast<DWORD>(strPlain.size())));
     const std::string strInner = strPlain + '\0' + "x.c";
-    CHECK(!SendRawRequest(hWndFrame, REQUEST_DROPFILE, strInner.c_str(), static_cast<DWORD>(strInner.size() + 1)));
-    CHECK(!SendRawRequest(hWndFrame, REQUEST_DROPFILE, "", 1));
-    CHECK(!SendRawRequest(hWndFrame, REQUEST_DROPFILE, nullptr, 0));
+    CHECK(!ToolRawRequest(s.tool, hWndFrame, REQUEST_DROPFILE, strInner.c_str(), static_cast<DWORD>(strInner.size() + 1)));
+    CHECK(!ToolRawRequest(s.tool, hWndFrame, REQUEST_DROPFILE, "", 1));
+    CHECK(!ToolRawRequest(s.tool, hWndFrame, REQUEST_DROPFILE, nullptr, 0));
+    // Nor from a program that is not the tool, with no key or a guessed one.
+    CHECK(!StrangerRequest(hWndFrame, REQUEST_DROPFILE, strPlain.c_str(), static_cast<DWORD>(strPlain.size() + 1)));
+    CHECK(!StrangerRequest(hWndFrame, REQUEST_DROPFILE, strPlain.c_str(), static_cast<DWORD>(strPlain.size() + 1),
+                           0x12345678u));
+    // Nor a path that is not a file on a local drive: a share, a pipe, a
+    // device, a folder.
+    for (const char* pszPath : {"\\\\localhost\\c$\\x.c", "\\\\.\\pipe\\x", "C:\\NUL", "C:\\windows"})
+        CHECK(!ToolDrop(s.tool, hWndFrame, pszPath));
     HWND hWndOther = s.host.FindWindowByTitle(strPlain);
     REQUIRE(hWndOther);
-    CHECK(!RequestHostDropFile(hWndOther, s.File("c.c").c_str()));
+    CHECK(!ToolDrop(s.tool, hWndOther, s.File("c.c").c_str()));
     CHECK(Drain(s.host, hWndOther));
     s.host.WaitQuiet();
     CHECK_EQ(s.host.CountLogPrefix("DROP "), 4);
     CHECK(s.host.GetProcess().IsRunning());
     // Still serving: a good request after the bad ones works.
-    CHECK(RequestHostDropFile(hWndFrame, s.File("d.c").c_str()));
+    CHECK(ToolDrop(s.tool, hWndFrame, s.File("d.c").c_str()));
     CHECK(s.host.WaitLog("DROP " + s.File("d.c"), 5000));
 }
 
@@ -879,17 +963,28 @@ int CheckColumnInk()
     return nInk;
 }
 
-// Opens the "&Assist" menu and chooses "&Assist Window": true when the host
-// got its command.
-bool ChooseAssistWindow(const qt::Host& host)
+// Opens the "&Assist" menu and chooses "&Assist Window": true when the tool
+// got its command, as a choice in its popup. The host's own procedure never
+// sees it: its log has no COMMAND 32771, whatever was chosen.
+int PopupChoices(const FakeTool& tool)
 {
-    const int nBefore = host.CountLog("COMMAND 32771");
-    if (!OpenMenu(host, 'A'))
+    int nCount = 0;
+    for (const Record& record : tool.Records())
+        if (record.strWhat == "AFTER" && record.nMessage == WM_COMMAND && record.nWParam == 32771 &&
+            (record.nFlags & HOOK_FLAG_POPUP) != 0)
+            ++nCount;
+    return nCount;
+}
+
+bool ChooseAssistWindow(const Session& s)
+{
+    const int nBefore = PopupChoices(s.tool);
+    if (!OpenMenu(s.host, 'A'))
         return false;
     qt::SendKeys({'A'});
-    const bool bChosen = host.WaitLog("COMMAND 32771", 1500, nBefore + 1);
+    const bool bChosen = qt::WaitFor([&] { return PopupChoices(s.tool) > nBefore; }, 1500);
     CloseMenus();
-    return bChosen;
+    return bChosen && s.host.CountLog("COMMAND 32771") == 0;
 }
 
 // The host's own "&File" menu still works: "&New" makes an editor.
@@ -912,13 +1007,13 @@ TEST_CASE(the_popup_request_puts_one_menu_on_the_host_bar_until_removed_or_the_t
     REQUIRE(s.tool.Start());
     HWND hWndFrame = s.host.Frame();
     ToolPopup popup;
-    CHECK(!ChooseAssistWindow(s.host)); // not there before the request
+    CHECK(!ChooseAssistWindow(s)); // not there before the request
 
-    CHECK(RequestHostAppendPopup(hWndFrame, popup.Get(), "&Assist"));
-    CHECK(!RequestHostAppendPopup(hWndFrame, popup.Get(), "&Assist")); // one per frame
-    CHECK(ChooseAssistWindow(s.host));
+    CHECK(ToolAppendPopup(s.tool, hWndFrame, popup.Get(), "&Assist"));
+    CHECK(!ToolAppendPopup(s.tool, hWndFrame, popup.Get(), "&Assist")); // one per frame
+    CHECK(ChooseAssistWindow(s));
     CHECK(s.tool.WaitCount("AFTER", 1, hWndFrame, WM_COMMAND));
-    CHECK_EQ(s.host.CountLog("COMMAND 32771"), 1);
+    CHECK_EQ(PopupChoices(s.tool), 1);
 
     // The host's handle of the popup comes with its WM_INITMENUPOPUP record;
     // the check mark set through it is drawn in the host's menu.
@@ -927,11 +1022,11 @@ TEST_CASE(the_popup_request_puts_one_menu_on_the_host_bar_until_removed_or_the_t
         if (record.hWnd == hWndFrame && record.nMessage == WM_INITMENUPOPUP)
             hHostPopup = reinterpret_cast<HMENU>(static_cast<LONG_PTR>(static_cast<int32_t>(record.nWParam)));
     REQUIRE(hHostPopup);
-    CHECK(RequestHostCheckMenuItem(hWndFrame, hHostPopup, 32771, MF_CHECKED));
+    CHECK(ToolCheck(s.tool, hWndFrame, hHostPopup, 32771, MF_CHECKED));
     REQUIRE(OpenMenu(s.host, 'A'));
     const int nChecked = CheckColumnInk();
     CloseMenus();
-    CHECK(RequestHostCheckMenuItem(hWndFrame, hHostPopup, 32771, MF_UNCHECKED));
+    CHECK(ToolCheck(s.tool, hWndFrame, hHostPopup, 32771, MF_UNCHECKED));
     REQUIRE(OpenMenu(s.host, 'A'));
     const int nUnchecked = CheckColumnInk();
     CloseMenus();
@@ -939,29 +1034,33 @@ TEST_CASE(the_popup_request_puts_one_menu_on_the_host_bar_until_removed_or_the_t
     CHECK(nChecked > nUnchecked + 10);
     // Refused: an item the menu lacks, a handle that is no menu, a state
     // other than checked or unchecked, a request of the wrong size.
-    CHECK(!RequestHostCheckMenuItem(hWndFrame, hHostPopup, 9999, MF_CHECKED));
-    CHECK(!RequestHostCheckMenuItem(hWndFrame, reinterpret_cast<HMENU>(static_cast<LONG_PTR>(0x7ff4)), 32771,
+    CHECK(!ToolCheck(s.tool, hWndFrame, hHostPopup, 9999, MF_CHECKED));
+    CHECK(!ToolCheck(s.tool, hWndFrame, reinterpret_cast<HMENU>(static_cast<LONG_PTR>(0x7ff4)), 32771,
                                     MF_CHECKED));
-    CHECK(!RequestHostCheckMenuItem(hWndFrame, hHostPopup, 32771, MF_GRAYED));
+    CHECK(!ToolCheck(s.tool, hWndFrame, hHostPopup, 32771, MF_GRAYED));
     const HostCheckRequest check = {HookWindowWord(reinterpret_cast<HWND>(hHostPopup)), 32771, MF_CHECKED};
-    CHECK(!SendRawRequest(hWndFrame, REQUEST_CHECKMENUITEM, &check, sizeof(check) - 1));
+    CHECK(!ToolRawRequest(s.tool, hWndFrame, REQUEST_CHECKMENUITEM, &check, sizeof(check) - 1));
 
+    // A stranger can neither take it out nor check what it likes.
+    CHECK(!StrangerRequest(hWndFrame, REQUEST_REMOVEPOPUP, nullptr, 0));
+    CHECK(ChooseAssistWindow(s));
+    CHECK(!StrangerRequest(hWndFrame, REQUEST_CHECKMENUITEM, &check, sizeof(check)));
     // Removed: the command is gone, the host's own menus stay.
-    CHECK(!SendRawRequest(hWndFrame, REQUEST_REMOVEPOPUP, "x", 1));
-    CHECK(RequestHostRemovePopup(hWndFrame));
-    CHECK(!RequestHostRemovePopup(hWndFrame));
-    CHECK(!ChooseAssistWindow(s.host));
+    CHECK(!ToolRawRequest(s.tool, hWndFrame, REQUEST_REMOVEPOPUP, "x", 1));
+    CHECK(ToolRemovePopup(s.tool, hWndFrame));
+    CHECK(!ToolRemovePopup(s.tool, hWndFrame));
+    CHECK(!ChooseAssistWindow(s));
     CHECK(HostMenusWork(s.host));
-    CHECK_EQ(s.host.CountLog("COMMAND 32771"), 1);
+    CHECK_EQ(PopupChoices(s.tool), 2);
 
     // Appended again, then the tool leaves: the library takes it out.
-    CHECK(RequestHostAppendPopup(hWndFrame, popup.Get(), "&Assist"));
+    CHECK(ToolAppendPopup(s.tool, hWndFrame, popup.Get(), "&Assist"));
     REQUIRE(s.tool.Close());
-    CHECK(!ChooseAssistWindow(s.host));
+    CHECK(!ChooseAssistWindow(s));
     CHECK(HostMenusWork(s.host));
-    CHECK_EQ(s.host.CountLog("COMMAND 32771"), 1);
+    CHECK_EQ(PopupChoices(s.tool), 2);
     // And a request to a host the library has left is refused.
-    CHECK(!RequestHostAppendPopup(hWndFrame, popup.Get(), "&Assist"));
+    CHECK(!ToolAppendPopup(s.tool, hWndFrame, popup.Get(), "&Assist"));
     CHECK(s.host.GetProcess().IsRunning());
 }
 
@@ -983,23 +1082,27 @@ TEST_CASE(bad_popup_requests_change_nothing_and_a_killed_tool_leaves_no_dead_men
     request.items[0].nId = 32771;
     lstrcpyA(request.items[0].szText, "&Assist Window");
     HostPopupRequest bad = request;
-    CHECK(!SendRawRequest(hWndFrame, REQUEST_APPENDPOPUP, &bad, sizeof(bad) - 4));
+    CHECK(!ToolRawRequest(s.tool, hWndFrame, REQUEST_APPENDPOPUP, &bad, sizeof(bad) - 4));
     memset(bad.szText, 'x', sizeof(bad.szText));
-    CHECK(!SendRawRequest(hWndFrame, REQUEST_APPENDPOPUP, &bad, sizeof(bad)));
+    CHECK(!ToolRawRequest(s.tool, hWndFrame, REQUEST_APPENDPOPUP, &bad, sizeof(bad)));
     bad = request;
     memset(bad.items[0].szText, 'x', sizeof(bad.items[0].szText));
-    CHECK(!SendRawRequest(hWndFrame, REQUEST_APPENDPOPUP, &bad, sizeof(bad)));
+    CHECK(!ToolRawRequest(s.tool, hWndFrame, REQUEST_APPENDPOPUP, &bad, sizeof(bad)));
     bad = request;
-    bad.nItems = 9;
-    CHECK(!SendRawRequest(hWndFrame, REQUEST_APPENDPOPUP, &bad, sizeof(bad)));
+    bad.nItems = kMaxPopupItems + 1;
+    CHECK(!ToolRawRequest(s.tool, hWndFrame, REQUEST_APPENDPOPUP, &bad, sizeof(bad)));
+    // Commands only of the tool's range: none of the host's own.
+    bad = request;
+    bad.items[0].nId = 1008;
+    CHECK(!ToolRawRequest(s.tool, hWndFrame, REQUEST_APPENDPOPUP, &bad, sizeof(bad)));
     bad = request;
     bad.szText[0] = 0;
-    CHECK(!SendRawRequest(hWndFrame, REQUEST_APPENDPOPUP, &bad, sizeof(bad)));
-    CHECK(!SendRawRequest(hWndEditor, REQUEST_APPENDPOPUP, &request, sizeof(request)));
-    CHECK(!ChooseAssistWindow(s.host));
+    CHECK(!ToolRawRequest(s.tool, hWndFrame, REQUEST_APPENDPOPUP, &bad, sizeof(bad)));
+    CHECK(!ToolRawRequest(s.tool, hWndEditor, REQUEST_APPENDPOPUP, &request, sizeof(request)));
+    CHECK(!ChooseAssistWindow(s));
     // The good one still works after all that.
-    CHECK(SendRawRequest(hWndFrame, REQUEST_APPENDPOPUP, &request, sizeof(request)));
-    CHECK(ChooseAssistWindow(s.host));
+    CHECK(ToolRawRequest(s.tool, hWndFrame, REQUEST_APPENDPOPUP, &request, sizeof(request)));
+    CHECK(ChooseAssistWindow(s));
 
     // Killed, the tool never hears the command again: the host must not
     // keep offering it. Nothing is sent to the dead tool before the user
@@ -1011,9 +1114,9 @@ TEST_CASE(bad_popup_requests_change_nothing_and_a_killed_tool_leaves_no_dead_men
     // popup under the user's eyes.
     CHECK(!OpenMenu(s.host, 'A'));
     CloseMenus();
-    CHECK(!ChooseAssistWindow(s.host));
+    CHECK(!ChooseAssistWindow(s));
     CHECK(HostMenusWork(s.host));
-    CHECK_EQ(s.host.CountLog("COMMAND 32771"), 1);
+    CHECK_EQ(PopupChoices(s.tool), 1);
     CHECK(s.host.GetProcess().IsRunning());
 }
 
@@ -1062,4 +1165,64 @@ TEST_CASE(frame_moves_shows_and_hides_are_reported_but_not_activation_or_z_order
     REQUIRE(Drain(s.host, hWndEditor));
     CHECK_EQ(s.tool.Count("AFTER", hWndEditor, WM_MOVE), 0);
     CHECK_EQ(s.tool.Count("AFTER", hWndEditor, WM_WINDOWPOSCHANGED), 0);
+}
+
+// Other programs may load the library and send the host's windows what they
+// like; only the tool that entered the host is obeyed.
+TEST_CASE(a_strangers_uninstall_and_forged_destroys_leave_the_host_served_and_its_procedure_in_place)
+{
+    Session s("hook-stranger");
+    REQUIRE(s.host.Start("/open \"" + s.File("a.c") + "\" /open \"" + s.File("b.c") + "\""));
+    REQUIRE(s.tool.Start());
+    HWND hWndA = s.host.FindWindowByTitle(s.File("a.c"));
+    HWND hWndB = s.host.FindWindowByTitle(s.File("b.c"));
+    REQUIRE(hWndA && hWndB);
+
+    // This program loads the library itself and ends "its" hook: the hosts
+    // hear a leave without the tool's key and stay with the tool.
+    HMODULE hLibrary = LoadLibraryA((qt::ExeDir() + "QUORVANT.dll").c_str());
+    REQUIRE(hLibrary);
+    typedef BOOL(__cdecl * UninstallProc)();
+    UninstallProc pfnUninstall = reinterpret_cast<UninstallProc>(reinterpret_cast<void*>(GetProcAddress(hLibrary, "uninstallHook")));
+    REQUIRE(pfnUninstall);
+    pfnUninstall();
+    FreeLibrary(hLibrary);
+
+    // A WM_NCDESTROY sent to a live editor: dropped, the editor stays watched.
+    DWORD_PTR dwResult = 0;
+    SendMessageTimeoutA(hWndA, WM_NCDESTROY, 0, 0, SMTO_NORMAL, 5000, &dwResult);
+    REQUIRE(Drain(s.host, hWndA));
+    const int nWheels = s.tool.Count("AFTER", hWndA, WM_MOUSEWHEEL);
+    PostMessageA(hWndA, WM_MOUSEWHEEL, MAKEWPARAM(0, 120), 0);
+    CHECK(s.tool.WaitCount("AFTER", nWheels + 1, hWndA, WM_MOUSEWHEEL));
+    CHECK_EQ(s.tool.Count("DESTROY", hWndA), 0);
+
+    // Its close still goes through the host's own procedure (the stand-in
+    // logs it there), and its real destruction is reported once.
+    PostMessageA(hWndA, WM_CLOSE, 0, 0);
+    CHECK(s.host.WaitLog("CLOSE " + s.File("a.c"), 5000));
+    CHECK(s.tool.WaitCount("DESTROY", 1, hWndA));
+    // The other editor too: the library still serves the host.
+    const int nWheelsB = s.tool.Count("AFTER", hWndB, WM_MOUSEWHEEL);
+    PostMessageA(hWndB, WM_MOUSEWHEEL, MAKEWPARAM(0, 120), 0);
+    CHECK(s.tool.WaitCount("AFTER", nWheelsB + 1, hWndB, WM_MOUSEWHEEL));
+    CHECK(s.host.GetProcess().IsRunning());
+}
+
+TEST_CASE(the_library_shares_no_memory_another_program_could_write)
+{
+    // Every program that loads the library would share a writable shared
+    // section: none may exist.
+    HMODULE hLibrary = LoadLibraryExA((qt::ExeDir() + "QUORVANT.dll").c_str(), nullptr, DONT_RESOLVE_DLL_REFERENCES);
+    REQUIRE(hLibrary);
+    const BYTE* pBase = reinterpret_cast<const BYTE*>(hLibrary);
+    const IMAGE_DOS_HEADER* pDos = reinterpret_cast<const IMAGE_DOS_HEADER*>(pBase);
+    const IMAGE_NT_HEADERS* pNt = reinterpret_cast<const IMAGE_NT_HEADERS*>(pBase + pDos->e_lfanew);
+    const IMAGE_SECTION_HEADER* pSection = IMAGE_FIRST_SECTION(pNt);
+    int nShared = 0;
+    for (WORD i = 0; i < pNt->FileHeader.NumberOfSections; ++i)
+        if ((pSection[i].Characteristics & IMAGE_SCN_MEM_SHARED) != 0)
+            ++nShared;
+    CHECK_EQ(nShared, 0);
+    FreeLibrary(hLibrary);
 }

@@ -1,5 +1,7 @@
 #include "KindTestKit.h"
 
+#include "QuorvantHook.h"
+
 #include <algorithm>
 
 namespace kinds
@@ -29,17 +31,29 @@ bool IsHostEffect(const std::string& strLine)
 
 Bench::Bench(const char* pszTag, const std::vector<std::pair<std::string, std::string>>& files,
              const std::string& strHostArguments)
-    : m_strDir(qt::MakeScratchDir(pszTag)), host(m_strDir), tool(m_strDir)
+    : m_strDir(qt::MakeScratchDir(pszTag)), host(m_strDir)
 {
     for (const auto& file : files)
         qt::WriteTextFile(m_strDir + file.first, file.second);
-    ok = host.Start(Expand(strHostArguments, m_strDir)) && tool.Start() &&
-         host.WaitLog(qt::kDockBarAnnouncement, 10000);
+    ok = host.Start(Expand(strHostArguments, m_strDir));
+    // The nodes' requests carry the key of this process's install: the host
+    // carries out no one else's.
+    m_hWndSink = CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
+    ok = ok && m_hWndSink && installHook(m_hWndSink);
     m_hWndFrame = host.Frame();
     const RECT rc = {0, 0, 300, 400};
     ok = tree.Create(WS_POPUP | TVS_HASLINES | TVS_HASBUTTONS | TVS_LINESATROOT, rc, nullptr, 0) && ok &&
          m_hWndFrame != nullptr;
     host.WaitQuiet();
+}
+
+Bench::~Bench()
+{
+    if (m_hWndSink)
+    {
+        uninstallHook();
+        DestroyWindow(m_hWndSink);
+    }
 }
 
 HWND Bench::Client() const

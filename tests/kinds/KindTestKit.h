@@ -1,7 +1,8 @@
-// What the node-kind tests share: the stand-in host and the real tool in two
-// other processes, a tree window of this process holding the nodes (as the
-// Project page's would), and a reading of what reached the host between an
-// action and a marker command posted after it.
+// What the node-kind tests share: the stand-in host in another process, the
+// hook library installed by this process (which so is the tool the host
+// obeys), a tree window of this process holding the nodes (as the Project
+// page's would), and a reading of what reached the host between an action
+// and a marker command posted after it.
 #pragma once
 
 #include "CTreeCtrlEx.h"
@@ -23,14 +24,16 @@ class Bench
 public:
     // A scratch folder with the given files (name, text), then the host
     // started with the arguments ("{dir}" stands for the folder, with its
-    // backslash) and the tool beside it.
+    // backslash) and the library entered into it for this process.
     Bench(const char* pszTag, const std::vector<std::pair<std::string, std::string>>& files,
           const std::string& strHostArguments);
+    ~Bench();
+    Bench(const Bench&) = delete;
+    Bench& operator=(const Bench&) = delete;
 
     bool ok = false;
     std::string m_strDir;
     qt::Host host;
-    qt::Tool tool;
     CTreeCtrlEx tree;
 
     HWND Frame() const { return m_hWndFrame; }
@@ -54,6 +57,7 @@ public:
 
 private:
     HWND m_hWndFrame = nullptr;
+    HWND m_hWndSink = nullptr; // takes the library's records and ignores them
 };
 
 // The enable state an update handler gives the command: 1 enabled, 0

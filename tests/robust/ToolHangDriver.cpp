@@ -141,6 +141,8 @@ void RunStoppedTool(bool bThirdParty)
     HWND hWndB = host.FindWindowByTitle(strB);
     REQUIRE(hWndA && hWndB);
     CHECK_EQ(LinesForNotch(host, hWndA, strA), 4);
+    HWND hWndTool = tool.MainFrame();
+    REQUIRE(hWndTool);
 
     REQUIRE(Handshake("ready", "stopped"));
     {
@@ -148,6 +150,13 @@ void RunStoppedTool(bool bThirdParty)
         DWORD dwWorst = 0;
         const DWORD dwFirst = TenNotches(host, hWndA, &dwWorst);
         const DWORD dwSecond = TenNotches(host, hWndA, &dwWorst);
+        // Five seconds on, the system takes the tool for hung and aborts
+        // every send to it at once: a record that fails so fast never
+        // reached it, and creations and destructions must wait all the same.
+        CHECK(WaitFor([&] { return IsHungAppWindow(hWndTool) != FALSE; }, 10000));
+        // The wheel scrolls all the same, at the host's own speed: the host
+        // scrolls on the wheel message itself.
+        CHECK_EQ(LinesForNotch(host, hWndA, strA), 4);
         // Windows come and go while the tool cannot hear of them.
         PostMessageA(host.Frame(), WM_COMMAND, 1001, 0);
         CHECK(host.WaitLog("OPEN Untitled", 5000));
