@@ -1,6 +1,7 @@
 #include "CApp.h"
 
 #include "CMainFrame.h"
+#include "DockRect.h"
 #include "HostIde.h"
 #include "PathNames.h"
 #include "WindowText.h"
@@ -73,10 +74,8 @@ void CApp::ExchangeSettings(int nMode)
     free(m_pszProfileName);
     m_pszProfileName = _strdup(GetModuleDirectory(nullptr) + pszProfileKept);
 
-    CString strRect;
-    strRect.Format("%04d:%04d:%04d:%04d", static_cast<int>(m_rectDock.left),
-                   static_cast<int>(m_rectDock.top), static_cast<int>(m_rectDock.right),
-                   static_cast<int>(m_rectDock.bottom));
+    long fields[4] = {m_rectDock.left, m_rectDock.top, m_rectDock.right, m_rectDock.bottom};
+    CString strRect(DockRect::Format(fields).c_str());
 
     const char kSettings[] = "Settings";
     if (nMode == 0)
@@ -110,16 +109,8 @@ void CApp::ExchangeSettings(int nMode)
             static_cast<BOOL>(GetProfileInt(kSettings, "ReladFileAutomatically", m_bReloadFileAutomatically));
     }
 
-    // The rectangle's four fields stand at offsets 0, 5, 10 and 15; a field
-    // past the end of the text reads as 0.
-    LONG* const pFields[4] = {&m_rectDock.left, &m_rectDock.top, &m_rectDock.right, &m_rectDock.bottom};
-    for (int i = 0; i < 4; ++i)
-    {
-        const int nOffset = i * 5;
-        *pFields[i] = nOffset < strRect.GetLength()
-                          ? static_cast<LONG>(strtol(static_cast<LPCSTR>(strRect) + nOffset, nullptr, 10))
-                          : 0;
-    }
+    DockRect::Parse(strRect, fields);
+    m_rectDock = CRect(fields[0], fields[1], fields[2], fields[3]);
 
     free(m_pszProfileName);
     m_pszProfileName = _strdup(pszProfileKept);

@@ -7,6 +7,7 @@
 const WORD SHOW_PROGRAM_DEFAULT = 0xFFFF;
 
 // Starts the program named by the command line (writable: CreateProcess may
-// change it) and waits until it waits for input. Returns the process handle,
-// or NULL when it could not start or has no message loop.
+// change it) and waits, three seconds at most, until it waits for input.
+// Returns the process handle (the caller closes it), or NULL when it could
+// not start.
 HANDLE LaunchProgram(LPSTR lpszCommandLine, WORD wShowWindow);

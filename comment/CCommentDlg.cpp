@@ -1,7 +1,6 @@
 #include "CCommentDlg.h"
 
 #include "CApp.h"
-#include "CClipboard.h"
 #include "CDataExchange.h"
 #include "HostIde.h"
 #include "CImages.h"
@@ -37,10 +36,9 @@ CCommentDlg::CCommentDlg(HWND hTarget)
       m_bPrevOpen(FALSE),
       m_bRestored(FALSE)
 {
-    // Only the text is kept: whatever else the clipboard holds is gone
-    // once the comment has passed through it.
-    CClipboard clipboard(m_hTarget);
-    m_strClipboard = clipboard.GetText();
+    // Everything the clipboard holds comes back once the comment has passed
+    // through it, whatever it is.
+    m_clipboard.Save(m_hTarget);
 }
 
 BOOL CCommentDlg::OnInitDialog()
@@ -123,7 +121,7 @@ void CCommentDlg::PasteText(CDataExchange* pDX)
     // find the comment then, not the earlier text. A host that is gone will
     // paste nothing, so the earlier text may come back.
     if (!bAnswered && ::IsWindow(m_hTarget))
-        m_strClipboard.Empty();
+        m_clipboard.Forget();
 
     // Restored only after the paste: the message waits behind it.
     PostMessage(WM_RESTORECLIPBOARD);
@@ -132,12 +130,7 @@ void CCommentDlg::PasteText(CDataExchange* pDX)
 
 LRESULT CCommentDlg::OnRestoreClipboard(WPARAM /*wParam*/, LPARAM /*lParam*/)
 {
-    if (!m_strClipboard.IsEmpty())
-    {
-        m_edit.SetWindowText(m_strClipboard);
-        m_edit.SetSel(0, -1);
-        m_edit.Copy();
-    }
+    m_clipboard.Restore(m_hWnd);
     m_bRestored = TRUE;
     EndDialog(IDOK);
     return 0;

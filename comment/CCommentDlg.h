@@ -8,6 +8,7 @@
 // main frame's stack for the time of DoModal.
 #pragma once
 
+#include "CClipboardContent.h"
 #include "CDialog.h"
 #include "CEdit.h"
 #include "CLBitmapButton.h"
@@ -27,7 +28,7 @@ public:
     CLBitmapButton m_btnPaste;
     CLBitmapButton m_btnCancel;
     HWND m_hTarget;
-    CString m_strClipboard; // the clipboard's text when the dialog was made
+    CClipboardContent m_clipboard; // what the clipboard held when the dialog was made
     BOOL m_bOpenIME;        // open the IME by itself; the setting's value
     BOOL m_bIME;            // the thread's keyboard layout has an IME
     BOOL m_bPrevOpen;       // the IME's status before the dialog opened it

@@ -2,13 +2,16 @@
 
 #include "CApp.h"
 #include "CDockBar.h"
+#include "DockRect.h"
 #include "HostIde.h"
 #include "WindowText.h"
 #include "resource.h"
 
 namespace
 {
-const UINT kAssistWindowCommand = 32771; // "&Assist Window" in menu 101
+const UINT kAssistWindowCommand = ID_VIEW_ASSISTWINDOW; // "&Assist Window" in menu 101
+static_assert(ID_VIEW_ASSISTWINDOW >= kFirstPopupCommand && ID_VIEW_ASSISTWINDOW <= kLastPopupCommand,
+              "the popup's commands are of the range the library lets through");
 
 CRect WindowRectInClient(HWND hWnd, HWND hWndFrame)
 {
@@ -49,12 +52,7 @@ CFrameWndItem::~CFrameWndItem()
     // The host lays its MDI client over the whole free area again at once,
     // not at its next resize.
     if (bFrame && m_hWndDockBar)
-    {
-        CRect rect;
-        ::GetClientRect(m_hWnd, &rect);
-        ::PostMessageA(m_hWnd, WM_SIZE, ::IsIconic(m_hWnd) ? SIZE_MINIMIZED : SIZE_RESTORED,
-                       MAKELPARAM(rect.Width(), rect.Height()));
-    }
+        HostIde::RelayoutFrame(m_hWnd);
 }
 
 CDockBar* CFrameWndItem::GetDockBar()
@@ -95,14 +93,15 @@ void CFrameWndItem::OnHookMessageDone(const HookRecord* pRecord)
     switch (nMessage)
     {
     case WM_COMMAND:
-        // The whole wParam: a notification code in the high word is not ours.
-        if (pRecord->wParam == kAssistWindowCommand && pDockBar)
+        // Only a choice in our popup: the host's own commands may have the
+        // same number.
+        if ((pRecord->nFlags & HOOK_FLAG_POPUP) != 0 && pRecord->wParam == kAssistWindowCommand && pDockBar)
             ToggleDockBar();
         break;
     case WM_INITMENUPOPUP:
         if (pDockBar)
         {
-            HMENU hMenu = reinterpret_cast<HMENU>(static_cast<LONG_PTR>(static_cast<int32_t>(pRecord->wParam)));
+            HMENU hMenu = HandleFromWord<HMENU>(pRecord->wParam);
             RequestHostCheckMenuItem(m_hWnd, hMenu, kAssistWindowCommand,
                                      pDockBar->IsShown() ? MF_CHECKED : MF_UNCHECKED);
         }
@@ -154,13 +153,13 @@ void CFrameWndItem::CreateDockBar()
         // The host's thread edits its own menu bar (see the hook contract).
         m_bPopupAppended = RequestHostAppendPopup(m_hWnd, m_menuAssist.GetSubMenu(0), strText);
     }
-    PostMessageA(m_hWnd, WM_SIZE, 0, 0);
+    HostIde::RelayoutFrame(m_hWnd);
 }
 
 void CFrameWndItem::ToggleDockBar()
 {
     m_pDockBar->Show(!m_pDockBar->IsShown());
-    PostMessageA(m_hWnd, WM_SIZE, 0, 0);
+    HostIde::RelayoutFrame(m_hWnd);
 }
 
 void CFrameWndItem::MeasureLayout()
@@ -189,12 +188,14 @@ void CFrameWndItem::MeasureLayout()
     CDockBar* pDockBar = GetDockBar();
     if (pDockBar && pDockBar->IsShown())
     {
+        // However wide the settings made it, the MDI client stays in the frame.
         CRect rectDock;
         pDockBar->GetWindowRect(&rectDock);
+        m_nDockWidth = DockRect::ClampWidth(rectDock.Width(), rectHost.Width());
         if (GetApp()->m_bDockLeft)
-            m_rectClient.left += rectDock.Width();
+            m_rectClient.left += m_nDockWidth;
         else
-            m_rectClient.right -= rectDock.Width();
+            m_rectClient.right -= m_nDockWidth;
     }
     FindToolBarRect(m_rectToolBar);
 }
@@ -209,8 +210,7 @@ void CFrameWndItem::ApplyLayout()
     if (!pDockBar || !pDockBar->IsShown())
         return;
     CRect rectDock;
-    pDockBar->GetWindowRect(&rectDock);
-    const int w = rectDock.Width();
+    const int w = m_nDockWidth;
     if (GetApp()->m_bDockLeft)
         rectDock = CRect(m_rectClient.left - w, m_rectClient.top, m_rectClient.left, m_rectClient.bottom);
     else

@@ -40,6 +40,7 @@ private:
     CDockBar* m_pDockBar = nullptr; // owns and deletes itself; see GetDockBar
     CMenu m_menuAssist;             // menu 101, loaded with the Assist Window
     CRect m_rectClient;             // the MDI client's place, frame client coordinates
+    int m_nDockWidth = 0;           // the Assist Window's width at the last measure
     CRect m_rectToolBar;            // the tool bar at the last check
     BOOL m_bRedrawSuspended = FALSE;
 

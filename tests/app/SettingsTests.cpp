@@ -72,7 +72,7 @@ TEST_CASE(dock_rect_round_trips_and_bad_text_reads_as_documented)
         {"garbage text", "0000:0000:0000:0000"},        // no digits at the offsets: 0
         {"12", "0012:0000:0000:0000"},                  // fields past the end read as 0
         {" +12: -34:0250:0600", "0012:-034:0250:0600"},  // strtol skips blanks, takes a sign
-        {"10000:0034:0250:0600", "10000:0000:0000:0000"}, // five characters shift the rest
+        {"10000:0034:0250:0600", "1000:0000:0000:0000"}, // four characters a field: five shift the rest
     };
     for (const Case& c : cases)
     {

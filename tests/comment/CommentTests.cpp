@@ -147,11 +147,11 @@ TEST_CASE(the_paste_button_pastes_like_enter_and_the_text_comes_back_whatever_th
         {"text only", true, false, false, "abc", {"abc", false, false}},
         // The single-line field carries the line breaks through unharmed.
         {"two lines of text", true, false, false, "first\r\nsecond\r\n", {"first\r\nsecond\r\n", false, false}},
-        // Nothing to give back: the comment stays, the picture is gone.
-        {"a picture only", false, false, true, "", {"tab 1", false, false}},
-        {"nothing", false, false, false, "", {"tab 1", false, false}},
-        // Only the text is kept and given back.
-        {"text, a private format and a picture", true, true, true, "abc", {"abc", false, false}},
+        // Whatever it held comes back, and only that: the comment is gone.
+        {"a picture only", false, false, true, "", {"<none>", false, true}},
+        {"nothing", false, false, false, "", {"<none>", false, false}},
+        {"empty text", true, false, false, "", {"", false, false}},
+        {"text, a private format and a picture", true, true, true, "abc", {"abc", true, true}},
     };
     Session s("formats");
     REQUIRE(s.ok);
@@ -169,6 +169,26 @@ TEST_CASE(the_paste_button_pastes_like_enter_and_the_text_comes_back_whatever_th
         CHECK(s.host.WaitLog("PASTE tab 1", 3000));
         CHECK_EQ(ReadClipboard(), c.after);
     }
+
+    // Text outside the ANSI code page and a list of files come back as they
+    // were, not as question marks or nothing.
+    const std::wstring strGreek = L"\x03A9\x03BC\x03AD\x03B3\x03B1";
+    const char files[] = "\x14\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0C:\\a.asm\0\0"; // DROPFILES + one name
+    {
+        kit::Clipboard clipboard;
+        REQUIRE(clipboard.IsOpen() && EmptyClipboard());
+        REQUIRE(SetClipboardData(CF_UNICODETEXT, kit::MakeBlock(strGreek.c_str(), (strGreek.size() + 1) * 2)));
+        REQUIRE(SetClipboardData(CF_HDROP, kit::MakeBlock(files, sizeof(files))));
+    }
+    HWND hWndDialog = s.OpenEditor();
+    REQUIRE(hWndDialog != nullptr);
+    kit::TypeText(L"tab 2");
+    Sleep(100);
+    kit::ClickWindow(GetDlgItem(hWndDialog, IDOK));
+    CHECK(kit::WaitDialogGone(s.tool.GetProcess().Id()));
+    CHECK(s.host.WaitLog("PASTE tab 2", 3000));
+    CHECK(kit::ClipboardUnicode() == strGreek);
+    CHECK(kit::ClipboardHas(CF_HDROP));
 }
 
 TEST_CASE(paste_with_an_empty_field_closes_and_touches_neither_host_nor_clipboard)
