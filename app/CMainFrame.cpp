@@ -5,6 +5,7 @@
 #include "CCommentDlg.h"
 #include "CProjectDlg.h"
 #include "ProgramLauncher.h"
+#include "StartWithWindows.h"
 #include "QuorvantHook.h"
 #include "resource.h"
 
@@ -16,6 +17,8 @@ BEGIN_MESSAGE_MAP(CMainFrame, CTrayIconFrame)
     ON_WM_CLOSE()
     ON_REGISTERED_MESSAGE(WM_OPENCOMMENTEDITOR, OnOpenCommentEditor)
     ON_REGISTERED_MESSAGE(WM_RUNCOMMAND, OnRunCommand)
+    ON_COMMAND(ID_APP_STARTWITHWINDOWS, OnStartWithWindows)
+    ON_UPDATE_COMMAND_UI(ID_APP_STARTWITHWINDOWS, OnUpdateStartWithWindows)
 END_MESSAGE_MAP()
 
 CMainFrame::CMainFrame()
@@ -141,4 +144,14 @@ LRESULT CMainFrame::OnRunCommand(WPARAM /*wParam*/, LPARAM /*lParam*/)
     if (hProcess)
         CloseHandle(hProcess);
     return 0;
+}
+
+void CMainFrame::OnStartWithWindows()
+{
+    SetStartWithWindows(!IsStartingWithWindows());
+}
+
+void CMainFrame::OnUpdateStartWithWindows(CCmdUI* pCmdUI)
+{
+    pCmdUI->SetCheck(IsStartingWithWindows() ? 1 : 0);
 }

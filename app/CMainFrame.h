@@ -25,6 +25,9 @@ protected:
     int OnCreate(LPCREATESTRUCT lpCreateStruct);
     BOOL OnCopyData(CWnd* pWnd, COPYDATASTRUCT* pCopyDataStruct);
     void OnClose();
+    // The tray menu's "Start with Windows": this copy in the user's Run key.
+    void OnStartWithWindows();
+    void OnUpdateStartWithWindows(CCmdUI* pCmdUI);
     LRESULT OnOpenCommentEditor(WPARAM wParam, LPARAM lParam);
     LRESULT OnRunCommand(WPARAM wParam, LPARAM lParam);
 

@@ -129,6 +129,9 @@ void CTrayIconFrame::TrackTrayMenu(UINT nMenuID, int nPos)
         return;
     CWinApp* pApp = AfxGetApp();
     HWND hWndOwner = pApp && pApp->m_pMainWnd ? pApp->m_pMainWnd->m_hWnd : m_hWnd;
+    // The owner in front first: otherwise the menu gets no keys and does
+    // not close when the user clicks elsewhere.
+    ::SetForegroundWindow(hWndOwner);
     TrackPopupMenu(hPopup, TPM_RIGHTBUTTON, pt.x, pt.y, 0, hWndOwner, nullptr);
     // Without a message to the owner after the menu, a second click on the
     // icon may not open the menu again (the owner never saw the menu end).

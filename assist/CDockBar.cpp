@@ -260,9 +260,9 @@ void CDockBar::OnLButtonDown(UINT /*nFlags*/, CPoint point)
     Default();
 }
 
-void CDockBar::OnLButtonUp(UINT /*nFlags*/, CPoint /*point*/)
+void CDockBar::OnLButtonUp(UINT /*nFlags*/, CPoint point)
 {
-    m_splitter.OnLButtonUp();
+    m_splitter.OnLButtonUp(point);
     Default();
 }
 

@@ -138,11 +138,16 @@ void CDockSplitter::OnLButtonDown(CPoint point)
     m_wnd.SetCapture();
 }
 
-void CDockSplitter::OnLButtonUp()
+void CDockSplitter::OnLButtonUp(CPoint point)
 {
-    // Releasing the capture ends the drag in OnCaptureChanged.
+    // The release's own position counts: the pointer may have got there with
+    // no move reported on the way (a quick drag, a busy machine). Releasing
+    // the capture ends the drag in OnCaptureChanged.
     if (m_drag == Drag::Resizing || m_drag == Drag::Moving)
+    {
+        OnMouseMove(point);
         ReleaseCapture();
+    }
 }
 
 void CDockSplitter::OnCaptureChanged()

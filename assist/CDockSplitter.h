@@ -37,7 +37,7 @@ public:
 
     void OnMouseMove(CPoint point);
     void OnLButtonDown(CPoint point);
-    void OnLButtonUp();
+    void OnLButtonUp(CPoint point);
     void OnCaptureChanged();
     // TRUE when it set the splitter's cursor.
     BOOL OnSetCursor();

@@ -74,6 +74,9 @@
 #define ID_NODE_CLOSEALLWINDOWS 32782
 #define ID_NODE_LAST 32783
 
+// The tray menu's own commands, beside the framework's exit.
+#define ID_APP_STARTWITHWINDOWS 32800
+
 // The framework's exit command (57665); spelled as the framework spells it so
 // that both definitions may meet in one translation unit.
 #define ID_APP_EXIT 0xE141

@@ -75,3 +75,46 @@ TEST_CASE(the_tray_icon_menu_opens_on_a_left_click_and_exit_ends_the_tool)
     CHECK(FileExists(tool.SettingsPath()));
     CHECK(WaitFor([&] { return TrayIcons().size() == nBefore; }, 5000));
 }
+
+namespace
+{
+const char kRunKey[] = "Software\\Microsoft\\Windows\\CurrentVersion\\Run";
+
+// The user's Run value of the tool, or "<none>".
+std::string RunValue()
+{
+    char szValue[1024] = {};
+    DWORD cbValue = sizeof(szValue) - 1;
+    if (RegGetValueA(HKEY_CURRENT_USER, kRunKey, "QUORVANT", RRF_RT_REG_SZ, nullptr, szValue, &cbValue) !=
+        ERROR_SUCCESS)
+        return "<none>";
+    return szValue;
+}
+} // namespace
+
+TEST_CASE(start_with_windows_points_the_run_value_at_this_copy_and_takes_it_away)
+{
+    // Another folder's copy had it: not this copy's, and choosing the item
+    // points it here rather than leaving it there.
+    const std::string strElsewhere = "\"C:\\elsewhere\\QUORVANT.exe\"";
+    REQUIRE(RegSetKeyValueA(HKEY_CURRENT_USER, kRunKey, "QUORVANT", REG_SZ, strElsewhere.c_str(),
+                            static_cast<DWORD>(strElsewhere.size() + 1)) == ERROR_SUCCESS);
+    const std::string strDir = MakeScratchDir("runkey");
+    const std::string strThis = "\"" + strDir + "QUORVANT.exe\"";
+    // Checked in one run, unchecked in the next: the item reads the value.
+    for (const bool bOn : {true, false})
+    {
+        const size_t nBefore = TrayIcons().size();
+        Tool tool(strDir);
+        REQUIRE(tool.Start());
+        REQUIRE(WaitFor([&] { return TrayIcons().size() == nBefore + 1; }, 5000));
+        REQUIRE(ChooseFromTrayMenu(TrayIcons().back(), 'W'));
+        if (bOn)
+            CHECK(WaitFor([&] { return _stricmp(RunValue().c_str(), strThis.c_str()) == 0; }, 5000));
+        else
+            CHECK(WaitFor([&] { return RunValue() == "<none>"; }, 5000));
+        CHECK(tool.GetProcess().IsRunning());
+        CHECK(tool.Exit());
+        REQUIRE(WaitFor([&] { return TrayIcons().size() == nBefore; }, 5000));
+    }
+}

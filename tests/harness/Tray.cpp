@@ -1,6 +1,7 @@
 #include "Tray.h"
 
 #include "Fixture.h"
+#include "HostInput.h"
 
 namespace qt
 {
@@ -38,14 +39,19 @@ HWND VisibleMenu()
     return hWnd && IsWindowVisible(hWnd) ? hWnd : nullptr;
 }
 
-bool ExitFromTrayMenu(HWND hWndIcon)
+bool ChooseFromTrayMenu(HWND hWndIcon, WORD wKey)
 {
+    // A menu chosen from a moment ago must be gone before the next click.
+    WaitFor([] { return VisibleMenu() == nullptr; }, 3000);
     ClickAt(Centre(hWndIcon), MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
     if (!WaitFor([] { return VisibleMenu() != nullptr; }, 5000))
         return false;
-    RECT rcMenu = {};
-    GetWindowRect(VisibleMenu(), &rcMenu);
-    ClickAt(POINT{rcMenu.left + 20, rcMenu.top + 10}, MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
-    return true;
+    SendKeys({wKey});
+    return true; // what the item does is the caller's to wait for
+}
+
+bool ExitFromTrayMenu(HWND hWndIcon)
+{
+    return ChooseFromTrayMenu(hWndIcon, 'E');
 }
 } // namespace qt

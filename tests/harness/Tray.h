@@ -16,7 +16,10 @@ void ClickAt(POINT pt, DWORD dwDown, DWORD dwUp);
 POINT Centre(HWND hWnd);
 // The popup menu on the screen, or NULL.
 HWND VisibleMenu();
-// Opens the tool's tray menu with a left click on its icon and clicks the
-// menu's first item ("&Exit"). False when no menu appeared.
+// Opens the tool's tray menu with a left click on its icon and chooses the
+// item of this mnemonic with the keyboard. False when no menu appeared; the
+// caller waits for what the item does.
+bool ChooseFromTrayMenu(HWND hWndIcon, WORD wKey);
+// The same for "&Exit".
 bool ExitFromTrayMenu(HWND hWndIcon);
 } // namespace qt

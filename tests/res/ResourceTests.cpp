@@ -307,12 +307,12 @@ TEST_CASE(context_menu_items_carry_their_texts_and_ids)
         CHECK_EQ(DescribeItems(GetSubMenu(menu.h, i)), std::string(apszItems[i]));
 }
 
-TEST_CASE(tray_and_assist_menus_hold_one_command_each)
+TEST_CASE(tray_and_assist_menus_hold_their_commands)
 {
     Menu tray = {LoadMenuA(Module(), MAKEINTRESOURCEA(100))};
     REQUIRE(tray.h != nullptr);
     CHECK_EQ(GetMenuItemCount(tray.h), 1);
-    CHECK_EQ(DescribeItems(GetSubMenu(tray.h, 0)), std::string("&Exit=57665"));
+    CHECK_EQ(DescribeItems(GetSubMenu(tray.h, 0)), std::string("Start with &Windows=32800|-|&Exit=57665"));
 
     Menu assist = {LoadMenuA(Module(), MAKEINTRESOURCEA(101))};
     REQUIRE(assist.h != nullptr);

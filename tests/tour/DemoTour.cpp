@@ -315,13 +315,13 @@ int main(int argc, char** argv)
     }
     if (strcmp(pszStep, "exit") == 0)
     {
-        // The menu is open: its first item is "&Exit".
+        // The menu is open: its last item is "&Exit".
         HWND hWndMenu = VisibleMenu();
         if (!hWndMenu)
             return 1;
         RECT rc = {};
         GetWindowRect(hWndMenu, &rc);
-        ClickAt(POINT{rc.left + 20, rc.top + 10}, MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
+        ClickAt(POINT{rc.left + 20, rc.bottom - 10}, MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
         return 0;
     }
     fprintf(stderr, "usage: DEMOTOUR assist|wheel|ctrl-e|close-editor|comment-editor|paste|tree-menu|tree-open|"
