@@ -158,10 +158,8 @@ inline BOOL RequestHostDropFile(HWND hWndFrame, LPCSTR pszPath)
     return SendHostRequest(hWndFrame, REQUEST_DROPFILE, pszPath, static_cast<DWORD>(nPath + 1));
 }
 
-// Appends a copy of hPopup, a popup menu of the tool, to the end of the host
-// frame's menu bar under pszText and redraws the bar. One popup per frame:
-// a second request replaces nothing and fails.
-inline BOOL RequestHostAppendPopup(HWND hWndFrame, HMENU hPopup, LPCSTR pszText)
+// The request for a copy of hPopup, a popup menu of the tool, under pszText.
+inline HostPopupRequest MakePopupRequest(HMENU hPopup, LPCSTR pszText)
 {
     HostPopupRequest request = {};
     lstrcpynA(request.szText, pszText, sizeof(request.szText));
@@ -173,6 +171,15 @@ inline BOOL RequestHostAppendPopup(HWND hWndFrame, HMENU hPopup, LPCSTR pszText)
         item.nId = nId == static_cast<UINT>(-1) ? 0 : nId;
         GetMenuStringA(hPopup, i, item.szText, sizeof(item.szText), MF_BYPOSITION);
     }
+    return request;
+}
+
+// Appends a copy of hPopup, a popup menu of the tool, to the end of the host
+// frame's menu bar under pszText and redraws the bar. One popup per frame:
+// a second request replaces nothing and fails.
+inline BOOL RequestHostAppendPopup(HWND hWndFrame, HMENU hPopup, LPCSTR pszText)
+{
+    const HostPopupRequest request = MakePopupRequest(hPopup, pszText);
     return SendHostRequest(hWndFrame, REQUEST_APPENDPOPUP, &request, sizeof(request));
 }
 

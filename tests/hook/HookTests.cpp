@@ -325,16 +325,7 @@ BOOL ToolDrop(const FakeTool& tool, HWND hWndFrame, const char* pszPath)
 
 BOOL ToolAppendPopup(const FakeTool& tool, HWND hWndFrame, HMENU hPopup, const char* pszText)
 {
-    HostPopupRequest request = {};
-    lstrcpynA(request.szText, pszText, sizeof(request.szText));
-    const int nCount = GetMenuItemCount(hPopup);
-    for (int i = 0; i < nCount && request.nItems < kMaxPopupItems; ++i)
-    {
-        HostPopupRequest::Item& item = request.items[request.nItems++];
-        const UINT nId = GetMenuItemID(hPopup, i);
-        item.nId = nId == static_cast<UINT>(-1) ? 0 : nId;
-        GetMenuStringA(hPopup, i, item.szText, sizeof(item.szText), MF_BYPOSITION);
-    }
+    const HostPopupRequest request = MakePopupRequest(hPopup, pszText);
     return ToolRawRequest(tool, hWndFrame, REQUEST_APPENDPOPUP, &request, sizeof(request));
 }
 
