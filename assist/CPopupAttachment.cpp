@@ -147,6 +147,10 @@ void CPopupAttachment::Place(const CRect& rect)
 void CPopupAttachment::FollowHost()
 {
     Sync();
+    // A frame restored, moved or brought to the front raises its X window
+    // over the pop-up (see RaiseAboveActiveHost): the pop-up goes back on
+    // top at once, not at the next owner check.
+    RaiseAboveActiveHost();
     // While the tree has the keyboard, the host's deactivation may reach it
     // after the caption repaint that OnActivate asked for.
     if (m_bar.m_hWnd && ::GetForegroundWindow() == m_bar.m_hWnd && ::IsWindow(m_hWndHost))

@@ -45,12 +45,11 @@ LRESULT CALLBACK CbtProc(int nCode, WPARAM wParam, LPARAM lParam)
     return CallNextHookEx(nullptr, nCode, wParam, lParam);
 }
 
-// The messages of an entry: WM_NULL, which every window ignores, with the
-// key in wParam and lParam, then with the wheel policy's step in wParam and
-// the policy mark in lParam, then with the tool's window in wParam and the
-// enter mark in lParam.
-const LPARAM kPolicyMark = 0x51560107;
-const LPARAM kEnterMark = 0x51560106;
+// The two messages of an entry: WM_NULL, which every window ignores, with
+// the key in wParam and lParam, then with the tool's window in wParam and,
+// in lParam, this mark in the high word and the wheel policy's step in the
+// low word. Two sends, so that a busy host holds the install up little.
+const WORD kEnterMark = 0x5156;
 
 LRESULT CALLBACK EnterProc(int nCode, WPARAM wParam, LPARAM lParam)
 {
@@ -61,13 +60,10 @@ LRESULT CALLBACK EnterProc(int nCode, WPARAM wParam, LPARAM lParam)
     if (nCode == HC_ACTION)
     {
         const CWPSTRUCT* pMessage = reinterpret_cast<const CWPSTRUCT*>(lParam);
-        if (pMessage->message == WM_NULL && pMessage->lParam == kPolicyMark)
-        {
-            s_request.nWheelStep = static_cast<uint32_t>(pMessage->wParam);
-        }
-        else if (pMessage->message == WM_NULL && pMessage->lParam == kEnterMark)
+        if (pMessage->message == WM_NULL && (static_cast<ULONG_PTR>(pMessage->lParam) >> 16) == kEnterMark)
         {
             s_request.hWndTool = static_cast<uint32_t>(pMessage->wParam);
+            s_request.nWheelStep = LOWORD(pMessage->lParam);
             g_hostSession.OnEnterRequest(g_hModule, s_request);
             s_request = HostEnterRequest{};
         }
@@ -99,10 +95,10 @@ void EnterHost(HWND hWndFrame)
     if (!hHook)
         return;
     DWORD_PTR dwResult = 0;
-    if (SendMessageTimeoutA(hWndFrame, WM_NULL, g_key[0], g_key[1], SMTO_NORMAL, kEnterTimeoutMs, &dwResult) &&
-        SendMessageTimeoutA(hWndFrame, WM_NULL, g_nWheelStep, kPolicyMark, SMTO_NORMAL, kEnterTimeoutMs, &dwResult))
-        SendMessageTimeoutA(hWndFrame, WM_NULL, HookWindowWord(g_hWndTool), kEnterMark, SMTO_NORMAL,
-                            kEnterTimeoutMs, &dwResult);
+    if (SendMessageTimeoutA(hWndFrame, WM_NULL, g_key[0], g_key[1], SMTO_NORMAL, kEnterTimeoutMs, &dwResult))
+        SendMessageTimeoutA(hWndFrame, WM_NULL, HookWindowWord(g_hWndTool),
+                            MAKELPARAM(static_cast<WORD>(g_nWheelStep), kEnterMark), SMTO_NORMAL, kEnterTimeoutMs,
+                            &dwResult);
     UnhookWindowsHookEx(hHook);
 }
 
@@ -169,6 +165,9 @@ QUORVANT_HOOK_API BOOL __cdecl installHook(HWND hWndTool)
         g_key[0] = g_key[1] = 0;
         return FALSE;
     }
+    // The key's message must never pass for the second one of an entry.
+    if ((g_key[1] >> 16) == kEnterMark)
+        g_key[1] ^= 0x10000;
     StartListening();
     // The one global hook: window creation in hosts started from now on.
     // Wine: a global WH_CBT hook costs nothing measurable, where global

@@ -72,12 +72,15 @@ void CFrameWndItem::OnHookMessage(const HookRecord* pRecord)
         // must not paint there before ApplyLayout has narrowed it again.
         if (HWND hWndClient = HostIde::FindMdiClient(m_hWnd))
         {
+            const CItemLife life(*this);
             ::SendMessageA(hWndClient, WM_SETREDRAW, FALSE, 0);
+            if (!life.IsAlive())
+                return;
             m_bRedrawSuspended = TRUE;
         }
     }
-    if (pDockBar)
-        pDockBar->DispatchHostMessage(pRecord);
+    if (GetDockBar())
+        GetDockBar()->DispatchHostMessage(pRecord);
 }
 
 void CFrameWndItem::OnHookMessageDone(const HookRecord* pRecord)
@@ -151,7 +154,11 @@ void CFrameWndItem::CreateDockBar()
         CString strText;
         m_menuAssist.GetMenuString(0, strText, MF_BYPOSITION);
         // The host's thread edits its own menu bar (see the hook contract).
-        m_bPopupAppended = RequestHostAppendPopup(m_hWnd, m_menuAssist.GetSubMenu(0), strText);
+        const CItemLife life(*this);
+        const BOOL bAppended = RequestHostAppendPopup(m_hWnd, m_menuAssist.GetSubMenu(0), strText);
+        if (!life.IsAlive())
+            return;
+        m_bPopupAppended = bAppended;
     }
     HostIde::RelayoutFrame(m_hWnd);
 }
@@ -205,7 +212,10 @@ void CFrameWndItem::ApplyLayout()
     HWND hWndClient = HostIde::FindMdiClient(m_hWnd);
     if (!hWndClient)
         return;
+    const CItemLife life(*this);
     ::MoveWindow(hWndClient, m_rectClient.left, m_rectClient.top, m_rectClient.Width(), m_rectClient.Height(), TRUE);
+    if (!life.IsAlive())
+        return;
     CDockBar* pDockBar = GetDockBar();
     if (!pDockBar || !pDockBar->IsShown())
         return;
@@ -220,6 +230,8 @@ void CFrameWndItem::ApplyLayout()
     {
         pDockBar->Invalidate(TRUE);
         ::SendMessageA(hWndClient, WM_SETREDRAW, TRUE, 0);
+        if (!life.IsAlive())
+            return;
         // Its sunken edge too: moved while it could not draw, the edge stays
         // where the old rectangle had it (seen as a stale two-pixel line on
         // the screen after a splitter drag), which invalidating the client
@@ -227,7 +239,8 @@ void CFrameWndItem::ApplyLayout()
         ::RedrawWindow(hWndClient, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
         // Each window below the MDI client recomputes and redraws its frame.
         ::EnumChildWindows(hWndClient, RedrawFrame, 0);
-        m_bRedrawSuspended = FALSE;
+        if (life.IsAlive())
+            m_bRedrawSuspended = FALSE;
     }
 }
 

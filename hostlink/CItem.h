@@ -6,6 +6,8 @@
 
 #include "QuorvantHook.h"
 
+#include <memory>
+
 class CItems;
 
 class CItem
@@ -23,4 +25,22 @@ public:
 
     HWND m_hWnd;
     CItems* m_pItems; // the registry that owns this item
+
+private:
+    friend class CItemLife;
+    std::shared_ptr<const int> m_pAlive = std::make_shared<const int>(0); // gone with the item
+};
+
+// Whether an item still exists after a call that lets the host's records in:
+// a message sent to the host, or a request, waits with the host sending us
+// records meanwhile, and a HOOK_DESTROY among them deletes the item under
+// its own feet. Taken before such a call, asked after it.
+class CItemLife
+{
+public:
+    explicit CItemLife(const CItem& item) : m_alive(item.m_pAlive) {}
+    bool IsAlive() const { return !m_alive.expired(); }
+
+private:
+    std::weak_ptr<const int> m_alive;
 };

@@ -451,7 +451,17 @@ void CProjectDlg::OnHostMessage(const HookRecord* pRecord)
     }
     if (!bChanged)
         return;
+    // A reload sends the host requests, and the host's records come in
+    // meanwhile: one may take the Assist Window, and this page with it,
+    // away. Nothing of the page is touched once its window is gone.
+    const HWND hWndPage = m_hWnd;
     for (CTreeItems* pGroup : groups)
-        for (CTreeItem* pItem : *pGroup)
-            static_cast<CFileTreeItem*>(pItem)->Reload();
+    {
+        for (size_t i = 0; i < pGroup->size(); ++i)
+        {
+            static_cast<CFileTreeItem*>((*pGroup)[i])->Reload();
+            if (!::IsWindow(hWndPage) || CWnd::FromHandlePermanent(hWndPage) != this)
+                return;
+        }
+    }
 }
