@@ -4,6 +4,7 @@
 #include "DockRect.h"
 #include "HostIde.h"
 #include "PathNames.h"
+#include "TextWords.h"
 #include "WindowText.h"
 #include "resource.h"
 
@@ -124,14 +125,10 @@ CString CApp::GetEditorFileName(HWND hWnd)
     const CString* const pLists[2] = {&m_strSource, &m_strHeader};
     for (const CString* pList : pLists)
     {
-        // _mbstok cuts its argument: work on a copy; empty items are skipped.
-        CString strCopy(*pList);
-        unsigned char* pszCopy = reinterpret_cast<unsigned char*>(strCopy.GetBuffer(strCopy.GetLength()));
-        for (unsigned char* pszItem = _mbstok(pszCopy, reinterpret_cast<const unsigned char*>(";"));
-             pszItem; pszItem = _mbstok(nullptr, reinterpret_cast<const unsigned char*>(";")))
+        for (const std::string& pattern : TextWords::PatternList(*pList, IsAnsiLeadByte))
         {
             // Only the pattern's extension counts ("*" in "*.asm" is never looked at).
-            const CString strExt = GetFileExtension(reinterpret_cast<const char*>(pszItem));
+            const CString strExt = GetFileExtension(pattern.c_str());
             if (strTitle.GetLength() > strExt.GetLength() &&
                 strTitle.Right(strExt.GetLength()).CompareNoCase(strExt) == 0)
                 return strTitle;

@@ -25,3 +25,8 @@ CString GetFileExtension(LPCSTR lpszPath)
     _splitpath(lpszPath, nullptr, nullptr, nullptr, szExt);
     return CString(szExt);
 }
+
+bool IsAnsiLeadByte(unsigned char ch)
+{
+    return IsDBCSLeadByte(ch) != FALSE;
+}

@@ -10,3 +10,7 @@ CString GetModuleDirectory(HMODULE hModule);
 CString GetDirectoryOfPath(LPCSTR lpszPath);
 // The extension with its dot (".asm" for C:\work\main.asm and for *.asm; empty without a dot).
 CString GetFileExtension(LPCSTR lpszPath);
+
+// TRUE for the first byte of a double-byte character in the ANSI code page;
+// the word splitters take it so.
+bool IsAnsiLeadByte(unsigned char ch);

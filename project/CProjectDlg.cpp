@@ -12,6 +12,7 @@
 #include "CWindowsTreeItem.h"
 #include "PathNames.h"
 #include "QuorvantHook.h"
+#include "TextWords.h"
 #include "resource.h"
 
 #include <mbstring.h>
@@ -189,12 +190,7 @@ CString CProjectDlg::ReadProjectPath() const
     char szTitle[kTitleBuffer] = {};
     ::GetWindowTextA(m_hWndHost, szTitle, kTitleBuffer);
 
-    // Runs of blanks and hyphens separate the words: "Host IDE - C:\p\x.mcp"
-    // gives Host, IDE and the path.
-    unsigned char* pszToken = _mbstok(reinterpret_cast<unsigned char*>(szTitle), reinterpret_cast<const unsigned char*>(" -"));
-    for (int i = 0; i < 2 && pszToken; ++i)
-        pszToken = _mbstok(nullptr, reinterpret_cast<const unsigned char*>(" -"));
-    return pszToken ? CString(reinterpret_cast<LPCSTR>(pszToken)) : CString();
+    return CString(TextWords::ProjectPathFromTitle(szTitle, IsAnsiLeadByte).c_str());
 }
 
 void CProjectDlg::FillGroup(CTreeItems& group, CTreeCursor cursorGroup, LPCSTR lpszPatterns, int nImage)
@@ -210,17 +206,9 @@ void CProjectDlg::FillGroup(CTreeItems& group, CTreeCursor cursorGroup, LPCSTR l
     const CString strDirectory = m_strProject.IsEmpty() ? CString() : GetDirectoryOfPath(m_strProject);
     if (!strDirectory.IsEmpty())
     {
-        std::vector<char> patterns(lpszPatterns, lpszPatterns + lstrlenA(lpszPatterns) + 1);
-        // _mbstok keeps its place per thread: a nested search (none here)
-        // would lose it, so the tokens are all taken before any is searched.
-        std::vector<CString> tokens;
-        for (unsigned char* pszToken = _mbstok(reinterpret_cast<unsigned char*>(patterns.data()),
-                                                reinterpret_cast<const unsigned char*>(";"));
-             pszToken; pszToken = _mbstok(nullptr, reinterpret_cast<const unsigned char*>(";")))
-            tokens.push_back(CString(reinterpret_cast<LPCSTR>(pszToken)));
-
-        for (const CString& strPattern : tokens)
+        for (const std::string& pattern : TextWords::PatternList(lpszPatterns, IsAnsiLeadByte))
         {
+            const CString strPattern(pattern.c_str());
             CFileFind finder;
             BOOL bMore = finder.FindFile(strDirectory + strPattern);
             while (bMore)
