@@ -8,6 +8,7 @@ CHostSession g_hostSession;
 
 const char CHostSession::kLeaveMessageName[] = "QUORVANT.HookLeave.5D3A9C14";
 const char CHostSession::kHostStartedMessageName[] = "QUORVANT.HostStarted.2B7E61C3";
+const char CHostSession::kListenerClassName[] = "QUORVANT.HostListener";
 
 namespace
 {
@@ -113,9 +114,13 @@ void CHostSession::AskToBeEntered(HWND hWndFrame)
     // shared between processes, so that no other program can point the host
     // elsewhere. The tool that installed the library hears this and enters
     // the host itself, handing over its window and its key.
+    // Posted to the listeners alone, not broadcast: other programs' windows,
+    // other hosts among them, have no business with it.
     if (!m_uHostStarted)
         m_uHostStarted = HostStartedMessage();
-    PostMessageA(HWND_BROADCAST, m_uHostStarted, reinterpret_cast<WPARAM>(hWndFrame), 0);
+    for (HWND hWnd = FindWindowExA(nullptr, nullptr, kListenerClassName, nullptr); hWnd;
+         hWnd = FindWindowExA(nullptr, hWnd, kListenerClassName, nullptr))
+        PostMessageA(hWnd, m_uHostStarted, reinterpret_cast<WPARAM>(hWndFrame), 0);
 }
 
 // Entering and leaving ---------------------------------------------------------

@@ -15,13 +15,16 @@ class CHostSession
 public:
     // Private messages of the library. Leave: posted by uninstallHook to
     // every host frame with the key in wParam and lParam. Host started:
-    // posted by a host to every top-level window when its frame is made or
-    // activated while no tool is in it; the installing tool's library then
-    // enters it (wParam: the frame).
+    // posted by a host to the installing tools' listener windows when its
+    // frame is made or activated while no tool is in it; the library of the
+    // tool then enters it (wParam: the frame).
     static const char kLeaveMessageName[];
     static UINT LeaveMessage();
     static const char kHostStartedMessageName[];
     static UINT HostStartedMessage();
+    // The class of the installing tool's hidden listener window, which hears
+    // the host-started message.
+    static const char kListenerClassName[];
 
     // HCBT_CREATEWND of the global hook. Cheap unless this process is a host
     // (or the window is a "PFE_Frame", which makes it one).

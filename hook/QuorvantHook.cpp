@@ -25,9 +25,9 @@ HWND g_hWndTool = nullptr;
 uint32_t g_key[2] = {};
 uint32_t g_nWheelStep = 0;
 // A hidden top-level window of the installing thread that hears hosts ask
-// to be entered (a broadcast reaches top-level windows only).
+// to be entered; hosts find it by its class.
 HWND g_hWndListener = nullptr;
-const char kListenerClass[] = "QUORVANT.HostListener";
+const char* const kListenerClass = CHostSession::kListenerClassName;
 
 // A host that does not answer within this time is entered later, when it
 // next creates its frame or is activated.
