@@ -1,6 +1,8 @@
 #include "CApp.h"
 
 #include "CMainFrame.h"
+#include "CommandTemplate.h"
+#include "CLogFile.h"
 #include "DockRect.h"
 #include "HostIde.h"
 #include "PathNames.h"
@@ -8,7 +10,6 @@
 #include "WindowText.h"
 #include "resource.h"
 
-#include <mbstring.h>
 #include <stdlib.h>
 #include <string.h>
 
@@ -19,7 +20,14 @@ CMutex g_mutexSingleInstance(FALSE, "FB158FC3-9789-4437-A4A3-FDF00E1D4AA0");
 const UINT WM_CREATEDOCKBAR = RegisterWindowMessageA(HostIde::kCreateDockBarMessage);
 const UINT WM_OPENCOMMENTEDITOR = RegisterWindowMessageA("2F97529E-BB7E-4092-A931-737E1D078F32");
 const UINT WM_RUNCOMMAND = RegisterWindowMessageA("2499DBED-8D31-4A4B-A027-4D03A330CE0B");
+CLogFile g_log;
 CApp theApp;
+
+namespace
+{
+const char kLogName[] = "QUORVANT.log";
+const DWORD kLogLimit = 1024 * 1024; // and one older copy
+} // namespace
 
 IMPLEMENT_DYNAMIC(CApp, CWinApp)
 
@@ -37,7 +45,8 @@ CApp::CApp()
       m_bDockLeft(TRUE),
       m_bOpenIMEAutomatically(TRUE),
       m_bSaveAutomatically(TRUE),
-      m_bReloadFileAutomatically(TRUE)
+      m_bReloadFileAutomatically(TRUE),
+      m_bLog(FALSE)
 {
 }
 
@@ -49,7 +58,9 @@ BOOL CApp::InitInstance()
     if (!g_mutexSingleInstance.Lock(0))
         return FALSE;
 
-    ExchangeSettings(1);
+    LoadSettings();
+    g_log.Write("start: QUORVANT %s, %d-bit build, settings in %s", static_cast<LPCSTR>(GetVersionText()),
+                static_cast<int>(sizeof(void*) * 8), static_cast<LPCSTR>(GetSettingsPath()));
 
     CMainFrame* pFrame = new CMainFrame;
     if (!pFrame->CreateTrayFrame(IDR_MAINFRAME))
@@ -62,60 +73,188 @@ int CApp::ExitInstance()
 {
     // Only the instance that owns the mutex saves (an owner may take it again).
     if (g_mutexSingleInstance.Lock(0))
-        ExchangeSettings(0);
+    {
+        SaveSettings();
+        g_log.Write("exit");
+    }
+    g_log.Close();
     return CWinApp::ExitInstance();
 }
 
-void CApp::ExchangeSettings(int nMode)
+// One key of the settings file and the member that holds it. Every value
+// goes through its text as the file keeps it, so that what the user changed
+// in the file is told from what this program changed by comparing texts.
+struct CApp::Setting
 {
-    // The profile functions work on m_pszProfileName; a plain name would be
-    // looked for in the Windows directory, so point it beside the executable
-    // for the exchange, whatever the current directory is.
-    char* pszProfileKept = _strdup(m_pszProfileName ? m_pszProfileName : "");
-    free(m_pszProfileName);
-    m_pszProfileName = _strdup(GetModuleDirectory(nullptr) + pszProfileKept);
+    CString strSection;
+    CString strKey;
+    CString* pText;
+    BOOL* pFlag;
+    CRect* pRect;
 
-    long fields[4] = {m_rectDock.left, m_rectDock.top, m_rectDock.right, m_rectDock.bottom};
-    CString strRect(DockRect::Format(fields).c_str());
-
-    const char kSettings[] = "Settings";
-    if (nMode == 0)
+    CString Get() const
     {
-        WriteProfileString(kSettings, "Source", m_strSource);
-        WriteProfileString(kSettings, "Header", m_strHeader);
-        WriteProfileString(kSettings, "ExternalEditor", m_strExternalEditor);
-        for (int i = 0; i < 10; ++i)
-            m_tools[i].Exchange(0, this, i);
-        WriteProfileString(kSettings, "DockRect", strRect);
-        WriteProfileInt(kSettings, "DockLeft", m_bDockLeft);
-        WriteProfileInt(kSettings, "OpenIMEAutomatically", m_bOpenIMEAutomatically);
-        WriteProfileInt(kSettings, "SaveAutomatically", m_bSaveAutomatically);
-        WriteProfileInt(kSettings, "ReladFileAutomatically", m_bReloadFileAutomatically);
+        if (pText)
+            return *pText;
+        if (pFlag)
+        {
+            CString strFlag;
+            strFlag.Format("%d", *pFlag);
+            return strFlag;
+        }
+        long fields[4] = {pRect->left, pRect->top, pRect->right, pRect->bottom};
+        return CString(DockRect::Format(fields).c_str());
     }
-    else if (nMode == 1)
+
+    void Set(const CString& strText) const
+    {
+        if (pText)
+        {
+            *pText = strText;
+        }
+        else if (pFlag)
+        {
+            *pFlag = static_cast<BOOL>(atoi(strText));
+        }
+        else
+        {
+            long fields[4] = {pRect->left, pRect->top, pRect->right, pRect->bottom};
+            DockRect::Parse(strText, fields);
+            *pRect = CRect(fields[0], fields[1], fields[2], fields[3]);
+        }
+    }
+};
+
+std::vector<CApp::Setting> CApp::GetSettings()
+{
+    const char kSettings[] = "Settings";
+    std::vector<Setting> settings = {
+        {kSettings, "Source", &m_strSource, nullptr, nullptr},
+        {kSettings, "Header", &m_strHeader, nullptr, nullptr},
+        {kSettings, "ExternalEditor", &m_strExternalEditor, nullptr, nullptr},
+        {kSettings, "DockRect", nullptr, nullptr, &m_rectDock},
+        {kSettings, "DockLeft", nullptr, &m_bDockLeft, nullptr},
+        {kSettings, "OpenIMEAutomatically", nullptr, &m_bOpenIMEAutomatically, nullptr},
+        {kSettings, "SaveAutomatically", nullptr, &m_bSaveAutomatically, nullptr},
+        {kSettings, "ReladFileAutomatically", nullptr, &m_bReloadFileAutomatically, nullptr},
+        {kSettings, "Log", nullptr, &m_bLog, nullptr},
+    };
+    for (int i = 0; i < kToolCount; ++i)
+    {
+        CString strSection;
+        strSection.Format("Tool%02d", i + 1);
+        settings.push_back({strSection, "Caption", &m_tools[i].m_strCaption, nullptr, nullptr});
+        settings.push_back({strSection, "Command", &m_tools[i].m_strCommand, nullptr, nullptr});
+    }
+    return settings;
+}
+
+CString CApp::GetVersionText()
+{
+    char szPath[MAX_PATH] = {};
+    GetModuleFileNameA(nullptr, szPath, MAX_PATH);
+    DWORD dwHandle = 0;
+    const DWORD cbInfo = GetFileVersionInfoSizeA(szPath, &dwHandle);
+    std::vector<BYTE> info(cbInfo ? cbInfo : 1);
+    VS_FIXEDFILEINFO* pFixed = nullptr;
+    UINT cbFixed = 0;
+    if (!cbInfo || !GetFileVersionInfoA(szPath, 0, cbInfo, info.data()) ||
+        !VerQueryValueA(info.data(), "\\", reinterpret_cast<void**>(&pFixed), &cbFixed) || !pFixed)
+        return CString("?");
+    CString strVersion;
+    strVersion.Format("%u.%u.%u", HIWORD(pFixed->dwFileVersionMS), LOWORD(pFixed->dwFileVersionMS),
+                      HIWORD(pFixed->dwFileVersionLS));
+    return strVersion;
+}
+
+CString CApp::GetSettingsPath() const
+{
+    // A plain name would be looked for in the Windows directory: the file
+    // lies beside the executable, whatever the current directory is.
+    return GetModuleDirectory(nullptr) + (m_pszProfileName ? m_pszProfileName : "QUORVANT.INI");
+}
+
+std::vector<CString> CApp::ReadSettingsFile()
+{
+    // The profile functions work on m_pszProfileName, pointed at the full
+    // path for the read only.
+    char* pszProfileKept = m_pszProfileName;
+    const CString strPath = GetSettingsPath();
+    m_pszProfileName = _strdup(strPath);
+    std::vector<CString> texts;
+    for (const Setting& setting : GetSettings())
     {
         // Each current value is the default: a missing key changes nothing.
-        m_strSource = GetProfileString(kSettings, "Source", m_strSource);
-        m_strHeader = GetProfileString(kSettings, "Header", m_strHeader);
-        m_strExternalEditor = GetProfileString(kSettings, "ExternalEditor", m_strExternalEditor);
-        for (int i = 0; i < 10; ++i)
-            m_tools[i].Exchange(1, this, i);
-        strRect = GetProfileString(kSettings, "DockRect", strRect);
-        m_bDockLeft = static_cast<BOOL>(GetProfileInt(kSettings, "DockLeft", m_bDockLeft));
-        m_bOpenIMEAutomatically =
-            static_cast<BOOL>(GetProfileInt(kSettings, "OpenIMEAutomatically", m_bOpenIMEAutomatically));
-        m_bSaveAutomatically =
-            static_cast<BOOL>(GetProfileInt(kSettings, "SaveAutomatically", m_bSaveAutomatically));
-        m_bReloadFileAutomatically =
-            static_cast<BOOL>(GetProfileInt(kSettings, "ReladFileAutomatically", m_bReloadFileAutomatically));
+        // A flag is read as the system reads a number, then kept as text.
+        CString strText = setting.Get();
+        if (setting.pFlag)
+            strText.Format("%d", static_cast<int>(GetProfileInt(setting.strSection, setting.strKey, *setting.pFlag)));
+        else
+            strText = GetProfileString(setting.strSection, setting.strKey, strText);
+        texts.push_back(strText);
     }
-
-    DockRect::Parse(strRect, fields);
-    m_rectDock = CRect(fields[0], fields[1], fields[2], fields[3]);
-
     free(m_pszProfileName);
-    m_pszProfileName = _strdup(pszProfileKept);
-    free(pszProfileKept);
+    m_pszProfileName = pszProfileKept;
+    return texts;
+}
+
+void CApp::LoadSettings()
+{
+    m_settingsRead = ReadSettingsFile();
+    const std::vector<Setting> settings = GetSettings();
+    for (size_t i = 0; i < settings.size(); ++i)
+        settings[i].Set(m_settingsRead[i]);
+    ApplyLogSetting();
+    g_log.Write("settings read from %s", static_cast<LPCSTR>(GetSettingsPath()));
+}
+
+BOOL CApp::ReloadSettings()
+{
+    const std::vector<CString> texts = ReadSettingsFile();
+    const std::vector<Setting> settings = GetSettings();
+    BOOL bChanged = FALSE;
+    for (size_t i = 0; i < settings.size(); ++i)
+    {
+        if (texts[i] != m_settingsRead[i] && texts[i] != settings[i].Get())
+        {
+            settings[i].Set(texts[i]);
+            bChanged = TRUE;
+        }
+    }
+    m_settingsRead = texts;
+    ApplyLogSetting();
+    if (bChanged)
+        g_log.Write("settings read again from %s", static_cast<LPCSTR>(GetSettingsPath()));
+    return bChanged;
+}
+
+void CApp::ApplyLogSetting()
+{
+    if (m_bLog && !g_log.IsOpen())
+        g_log.Open(GetModuleDirectory(nullptr) + kLogName, kLogLimit);
+    else if (!m_bLog)
+        g_log.Close();
+}
+
+void CApp::SaveSettings()
+{
+    ReloadSettings();
+    char* pszProfileKept = m_pszProfileName;
+    m_pszProfileName = _strdup(GetSettingsPath());
+    for (const Setting& setting : GetSettings())
+    {
+        if (setting.pFlag)
+            WriteProfileInt(setting.strSection, setting.strKey, *setting.pFlag);
+        else
+            WriteProfileString(setting.strSection, setting.strKey, setting.Get());
+    }
+    free(m_pszProfileName);
+    m_pszProfileName = pszProfileKept;
+    // The file holds this program's values now: only what changes from
+    // here on is the user's.
+    m_settingsRead.clear();
+    for (const Setting& setting : GetSettings())
+        m_settingsRead.push_back(setting.Get());
 }
 
 CString CApp::GetEditorFileName(HWND hWnd)
@@ -137,30 +276,52 @@ CString CApp::GetEditorFileName(HWND hWnd)
     return CString();
 }
 
-void CApp::RunExternalEditor(HWND hWndFrame, const CString& strTemplate, const CString& strFileName)
+void CApp::RunCommand(HWND hWndFrame, const CString& strTemplate, const CString& strFileName)
 {
-    g_strPendingCommand = strTemplate;
+    g_strPendingCommand.Empty();
     if (strTemplate.IsEmpty())
         return;
 
-    // Each placeholder from the left is replaced once; the search goes on
-    // after the inserted name, so a name that itself holds the placeholder
-    // still gives a finite command line.
-    static const char kPlaceholder[] = "%FILENAME%";
-    const int nPlaceholder = static_cast<int>(sizeof(kPlaceholder) - 1);
-    CString strCommand;
-    int nFrom = 0;
-    for (int nAt; (nAt = strTemplate.Find(kPlaceholder, nFrom)) >= 0; nFrom = nAt + nPlaceholder)
-        strCommand += strTemplate.Mid(nFrom, nAt - nFrom) + strFileName;
-    strCommand += strTemplate.Mid(nFrom);
-    g_strPendingCommand = strCommand;
+    const std::string strProject =
+        TextWords::ProjectPathFromTitle(GetWindowTitle(hWndFrame, WINDOW_TEXT_LIMIT), IsAnsiLeadByte);
+    // The project's folder without its last backslash, as a user writes
+    // "%PROJECTDIR%\out.hex".
+    CString strProjectDir = GetDirectoryOfPath(strProject.c_str());
+    if (strProjectDir.GetLength() > 3 && strProjectDir.Right(1) == "\\")
+        strProjectDir = strProjectDir.Left(strProjectDir.GetLength() - 1);
+    const std::vector<CommandTemplate::Field> fields = {
+        {"%FILENAME%", static_cast<LPCSTR>(strFileName)},
+        {"%PROJECT%", strProject},
+        {"%PROJECTDIR%", static_cast<LPCSTR>(strProjectDir)},
+    };
+    g_strPendingCommand = CommandTemplate::Expand(strTemplate, fields, IsAnsiLeadByte).c_str();
 
     SetFocus(GetDesktopWindow());
     // The host's own save command, sent so that the file on disk is current
-    // before the external editor opens it.
+    // before the command opens it.
     if (m_bSaveAutomatically)
         ::SendMessageA(hWndFrame, WM_COMMAND, HostIde::kCmdSaveAll, 0);
     // Started later by the main frame, after the record that asked for it.
     if (m_pMainWnd)
         m_pMainWnd->PostMessage(WM_RUNCOMMAND, 0, 0);
+}
+
+void CApp::EditSettings()
+{
+    SaveSettings();
+    const std::vector<CommandTemplate::Field> fields = {{"%FILENAME%", static_cast<LPCSTR>(GetSettingsPath())}};
+    g_strPendingCommand = CommandTemplate::Expand(m_strExternalEditor, fields, IsAnsiLeadByte).c_str();
+    if (m_pMainWnd)
+        m_pMainWnd->PostMessage(WM_RUNCOMMAND, 0, 0);
+}
+
+BOOL CApp::CanRunTool(int nTool, HWND hWndFrame, const CString& strFileName) const
+{
+    if (nTool < 0 || nTool >= kToolCount || !m_tools[nTool].IsShown())
+        return FALSE;
+    const CTool& tool = m_tools[nTool];
+    if (tool.NeedsFile() && strFileName.IsEmpty())
+        return FALSE;
+    return !tool.NeedsProject() ||
+           !TextWords::ProjectPathFromTitle(GetWindowTitle(hWndFrame, WINDOW_TEXT_LIMIT), IsAnsiLeadByte).empty();
 }

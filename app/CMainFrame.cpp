@@ -1,5 +1,6 @@
 #include "CMainFrame.h"
 
+#include "CAboutDlg.h"
 #include "CApp.h"
 #include "CChildWndItem.h"
 #include "CCommentDlg.h"
@@ -19,7 +20,32 @@ BEGIN_MESSAGE_MAP(CMainFrame, CTrayIconFrame)
     ON_REGISTERED_MESSAGE(WM_RUNCOMMAND, OnRunCommand)
     ON_COMMAND(ID_APP_STARTWITHWINDOWS, OnStartWithWindows)
     ON_UPDATE_COMMAND_UI(ID_APP_STARTWITHWINDOWS, OnUpdateStartWithWindows)
+    ON_COMMAND(ID_APP_ABOUTBOX, OnAbout)
+    ON_COMMAND(ID_APP_EDITSETTINGS, OnEditSettings)
+    ON_WM_TIMER()
 END_MESSAGE_MAP()
+
+namespace
+{
+const UINT_PTR kSettingsTimer = 1;
+// How often the settings file is looked at: a change the user saved takes
+// effect within this time.
+const UINT kSettingsPollMs = 500;
+
+WIN32_FILE_ATTRIBUTE_DATA SettingsFileData()
+{
+    WIN32_FILE_ATTRIBUTE_DATA data = {};
+    if (!GetFileAttributesExA(GetApp()->GetSettingsPath(), GetFileExInfoStandard, &data))
+        data = WIN32_FILE_ATTRIBUTE_DATA();
+    return data;
+}
+
+bool SameFile(const WIN32_FILE_ATTRIBUTE_DATA& a, const WIN32_FILE_ATTRIBUTE_DATA& b)
+{
+    return CompareFileTime(&a.ftLastWriteTime, &b.ftLastWriteTime) == 0 && a.nFileSizeLow == b.nFileSizeLow &&
+           a.nFileSizeHigh == b.nFileSizeHigh;
+}
+} // namespace
 
 CMainFrame::CMainFrame()
 {
@@ -39,6 +65,8 @@ int CMainFrame::OnCreate(LPCREATESTRUCT lpCreateStruct)
     const HookWheelPolicy policy = {kWheelStep};
     setHookWheelPolicy(&policy);
     installHook(m_hWnd);
+    m_settingsFile = SettingsFileData();
+    SetTimer(kSettingsTimer, kSettingsPollMs);
     return 0;
 }
 
@@ -82,11 +110,25 @@ BOOL CMainFrame::OnCopyData(CWnd* /*pWnd*/, COPYDATASTRUCT* pCopyDataStruct)
             break;
         }
     }
+    else
+    {
+        // Said once a second at most, with how many came meanwhile: a
+        // program that floods us must not fill the disk or slow us down.
+        ++m_nRefusedRecords;
+        if (GetTickCount() - m_dwRefusedLogged >= 1000)
+        {
+            g_log.Write("records refused (no key of ours, or malformed): %lu, the last of kind %lu",
+                        m_nRefusedRecords, static_cast<unsigned long>(pCopyDataStruct ? pCopyDataStruct->dwData : 0));
+            m_nRefusedRecords = 0;
+            m_dwRefusedLogged = GetTickCount();
+        }
+    }
     return static_cast<BOOL>(Default());
 }
 
 void CMainFrame::OnClose()
 {
+    KillTimer(kSettingsTimer);
     uninstallHook();
     Sleep(100);
     // Every host reports its windows gone; their items undo what they did
@@ -143,6 +185,8 @@ LRESULT CMainFrame::OnRunCommand(WPARAM /*wParam*/, LPARAM /*lParam*/)
     HANDLE hProcess = LaunchProgram(strCommand.GetBuffer(strCommand.GetLength()), SHOW_PROGRAM_DEFAULT);
     if (hProcess)
         CloseHandle(hProcess);
+    else
+        g_log.Write("could not start: %s", static_cast<LPCSTR>(g_strPendingCommand));
     return 0;
 }
 
@@ -154,4 +198,30 @@ void CMainFrame::OnStartWithWindows()
 void CMainFrame::OnUpdateStartWithWindows(CCmdUI* pCmdUI)
 {
     pCmdUI->SetCheck(IsStartingWithWindows() ? 1 : 0);
+}
+
+void CMainFrame::OnAbout()
+{
+    CAboutDlg dlg(m_items, this);
+    dlg.DoModal();
+}
+
+void CMainFrame::OnEditSettings()
+{
+    GetApp()->EditSettings();
+}
+
+void CMainFrame::OnTimer(UINT_PTR nIDEvent)
+{
+    if (nIDEvent != kSettingsTimer)
+        return CTrayIconFrame::OnTimer(nIDEvent);
+    const WIN32_FILE_ATTRIBUTE_DATA data = SettingsFileData();
+    if (!SameFile(data, m_settingsFile))
+    {
+        m_settingsFile = data;
+        GetApp()->ReloadSettings();
+    }
+    // Also when nothing changed: what the host refused a moment ago (its
+    // menu was open) is asked for again.
+    m_items.ApplySettings();
 }

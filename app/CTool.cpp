@@ -1,19 +1,15 @@
 #include "CTool.h"
 
-#include "CWinApp.h"
+#include "CommandTemplate.h"
+#include "PathNames.h"
 
-void CTool::Exchange(int nMode, CWinApp* pApp, int nIndex)
+BOOL CTool::NeedsFile() const
 {
-    CString strSection;
-    strSection.Format("Tool%02d", nIndex + 1);
-    if (nMode == 0)
-    {
-        pApp->WriteProfileString(strSection, "Caption", m_strCaption);
-        pApp->WriteProfileString(strSection, "Command", m_strCommand);
-    }
-    else if (nMode == 1)
-    {
-        m_strCaption = pApp->GetProfileString(strSection, "Caption", m_strCaption);
-        m_strCommand = pApp->GetProfileString(strSection, "Command", m_strCommand);
-    }
+    return CommandTemplate::Uses(m_strCommand, "%FILENAME%", IsAnsiLeadByte);
+}
+
+BOOL CTool::NeedsProject() const
+{
+    return CommandTemplate::Uses(m_strCommand, "%PROJECT%", IsAnsiLeadByte) ||
+           CommandTemplate::Uses(m_strCommand, "%PROJECTDIR%", IsAnsiLeadByte);
 }

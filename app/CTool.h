@@ -1,20 +1,19 @@
-// One of the ten user tools of the settings file: a caption and a command
-// line, only loaded, kept and saved.
+// One of the ten user tools of the settings file ([Tool01] to [Tool10]): a
+// caption for the menus and a command line template. A tool without a
+// caption is not shown anywhere.
 #pragma once
 
 #include "CString.h"
 
-class CWinApp;
-
 class CTool
 {
 public:
-    CTool() = default;
-    virtual ~CTool() = default;
+    CString m_strCaption; // "Caption"
+    CString m_strCommand; // "Command", with the placeholders of CommandTemplate
 
-    CString m_strCaption;
-    CString m_strCommand;
-
-    // Mode 1 loads, mode 0 saves, in section Tool01 to Tool10 for index 0 to 9.
-    void Exchange(int nMode, CWinApp* pApp, int nIndex);
+    BOOL IsShown() const { return !m_strCaption.IsEmpty(); }
+    // The command names the chosen file, so it cannot run without one.
+    BOOL NeedsFile() const;
+    // The command names the project or its folder.
+    BOOL NeedsProject() const;
 };

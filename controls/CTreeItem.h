@@ -25,7 +25,7 @@ public:
     // The record's key: a file's full path, a window's title or suffix;
     // empty for every other kind.
     virtual CString GetPath() const = 0;
-    // A context-menu command (ids 32772 to 32783); ids of other menus are ignored.
+    // A context-menu command (ids 32772 to 32793); ids of other menus are ignored.
     virtual void OnCommand(UINT nID) = 0;
     // Calls pCmdUI->Enable(TRUE or FALSE) for the command it carries.
     virtual void OnUpdateCommand(CCmdUI* pCmdUI) = 0;
@@ -33,6 +33,9 @@ public:
     virtual void Open() = 0;
     // Enter on the page while the node is selected.
     virtual void OnReturn() = 0;
+    // Adds what the node's kind offers beyond its popup of the resource
+    // (items whose ids its OnCommand takes) before the popup is shown.
+    virtual void ExtendContextMenu(HMENU /*hPopup*/) {}
 
     HWND m_hWndHost;     // the host IDE frame
     CTreeCursor m_cursor; // the record's node

@@ -129,6 +129,16 @@ int FindPopupPosition(HMENU hMenuBar, HMENU hPopup)
     }
     return -1;
 }
+// A menu of this thread is open (the menu bar's or a popup's). Changing the
+// menu bar under an open menu takes the host down (seen under Wine: an
+// assertion in the window manager's lock checks); the tool asks again later.
+bool IsMenuOpen()
+{
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof(info);
+    return GetGUIThreadInfo(GetCurrentThreadId(), &info) &&
+           (info.flags & (GUI_INMENUMODE | GUI_POPUPMENUMODE | GUI_SYSTEMMENUMODE)) != 0;
+}
 } // namespace
 
 bool CHostRequests::IsRequest(const COPYDATASTRUCT* pData)
@@ -237,7 +247,7 @@ bool CHostRequests::AppendPopup(HWND hWndFrame, const void* pBody, size_t cbBody
     HostPopupRequest request;
     memcpy(&request, pBody, sizeof(request));
     const HostPopupRequest* pRequest = &request;
-    if (FindSlot(hWndFrame))
+    if (FindSlot(hWndFrame) || IsMenuOpen())
         return false; // one popup per frame
     Appended* pSlot = FindSlot(nullptr);
     HMENU hMenuBar = GetMenu(hWndFrame);
@@ -282,7 +292,7 @@ bool CHostRequests::AppendPopup(HWND hWndFrame, const void* pBody, size_t cbBody
 bool CHostRequests::RemovePopup(HWND hWndFrame)
 {
     Appended* pSlot = FindSlot(hWndFrame);
-    if (!pSlot)
+    if (!pSlot || IsMenuOpen())
         return false;
     const HMENU hPopup = pSlot->hPopup;
     *pSlot = Appended{};
@@ -359,5 +369,9 @@ bool CHostRequests::CheckMenuItem(HWND hWndFrame, const void* pBody, size_t cbBo
         return false;
     const UINT nHostCommand = HostCommand(hWndFrame, request.nId);
     return nHostCommand &&
-           ::CheckMenuItem(pSlot->hPopup, nHostCommand, MF_BYCOMMAND | request.nCheck) != static_cast<DWORD>(-1);
+           ::CheckMenuItem(pSlot->hPopup, nHostCommand, MF_BYCOMMAND | (request.nCheck & kCheckOn)) !=
+               static_cast<DWORD>(-1) &&
+           ::EnableMenuItem(pSlot->hPopup, nHostCommand,
+                            MF_BYCOMMAND | ((request.nCheck & kItemGrayed) ? MF_GRAYED : MF_ENABLED)) !=
+               static_cast<BOOL>(-1);
 }

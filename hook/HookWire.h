@@ -64,9 +64,11 @@ enum HostRequestCode
 
 // A drop's path is shorter than this, as the host's drop buffers are.
 const uint32_t kMaxDropPath = 260;
-// HostCheckRequest::nCheck, as the system's MF_CHECKED and MF_UNCHECKED.
+// HostCheckRequest::nCheck, as the system's MF_CHECKED and MF_UNCHECKED,
+// with kItemGrayed (MF_GRAYED) added for an item that cannot be chosen now.
 const uint32_t kCheckOn = 0x8;
 const uint32_t kCheckOff = 0x0;
+const uint32_t kItemGrayed = 0x1;
 
 // The commands of the tool's popup in the host's menu bar come from this
 // range only: "&Assist Window" and the user tools. The library gives them
@@ -118,10 +120,10 @@ struct HostPopupRequest
 };
 
 // Checks or unchecks an item of the popup the tool appended, found in the
-// menu that WM_INITMENUPOPUP named.
+// menu that WM_INITMENUPOPUP named, and greys it or lets it be chosen.
 struct HostCheckRequest
 {
     uint32_t hMenu;  // the menu, as a 32-bit word: must be the tool's popup
     uint32_t nId;    // item by the tool's command
-    uint32_t nCheck; // kCheckOn or kCheckOff
+    uint32_t nCheck; // kCheckOn or kCheckOff, with kItemGrayed or not
 };

@@ -199,7 +199,8 @@ inline BOOL RequestHostChoose(HWND hWndFrame, UINT nId)
     return SendHostRequest(hWndFrame, REQUEST_CHOOSE, &nCommand, sizeof(nCommand));
 }
 
-// CheckMenuItem(hMenu, nId, MF_BYCOMMAND | nCheck) inside the host.
+// CheckMenuItem(hMenu, nId, MF_BYCOMMAND | nCheck) inside the host, and
+// EnableMenuItem greying the item when nCheck holds kItemGrayed.
 inline BOOL RequestHostCheckMenuItem(HWND hWndFrame, HMENU hMenu, UINT nId, UINT nCheck)
 {
     const HostCheckRequest request = {HandleWord(hMenu), nId, nCheck};

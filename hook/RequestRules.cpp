@@ -132,6 +132,6 @@ bool IsValidCheckRequest(const void* pBody, size_t cbBody)
         return false;
     HostCheckRequest request;
     memcpy(&request, pBody, sizeof(request));
-    return (request.nCheck == kCheckOn || request.nCheck == kCheckOff) && IsPopupCommand(request.nId);
+    return (request.nCheck & ~(kCheckOn | kItemGrayed)) == 0 && IsPopupCommand(request.nId);
 }
 } // namespace RequestRules

@@ -301,6 +301,21 @@ void HostFrame::LogMenuBar() const
         strLine += std::string(" ") + szText;
     }
     HostLog::Write(strLine);
+    // Then each popup's items, "-" for a separator: "POPUP &Assist: &Assist Window|-|&Make".
+    for (int i = 0; i < nCount; ++i)
+    {
+        HMENU hPopup = GetSubMenu(hMenu, i);
+        char szText[128] = {};
+        GetMenuStringA(hMenu, static_cast<UINT>(i), szText, sizeof(szText), MF_BYPOSITION);
+        std::string strItems;
+        for (int j = 0; hPopup && j < GetMenuItemCount(hPopup); ++j)
+        {
+            char szItem[128] = {};
+            GetMenuStringA(hPopup, static_cast<UINT>(j), szItem, sizeof(szItem), MF_BYPOSITION);
+            strItems += std::string(j ? "|" : "") + (szItem[0] ? szItem : "-");
+        }
+        HostLog::Write(std::string("POPUP ") + szText + ": " + strItems);
+    }
 }
 
 void HostFrame::LogMenuCheck(UINT nCommand) const

@@ -42,7 +42,7 @@ void CChildWndItem::OnKeyDown(const HookRecord* pRecord)
                 break;
             const CString strFileName = pApp->GetEditorFileName(m_hWnd);
             if (!strFileName.IsEmpty())
-                pApp->RunExternalEditor(hWndFrame, pApp->m_strExternalEditor, strFileName);
+                pApp->RunCommand(hWndFrame, pApp->m_strExternalEditor, strFileName);
         }
         break;
     default:

@@ -27,10 +27,30 @@ BOOL CALLBACK RedrawFrame(HWND hWnd, LPARAM /*lParam*/)
                    SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED | SWP_NOCOPYBITS);
     return TRUE; // all of them
 }
+
+int ProcessBitness(DWORD dwProcessId)
+{
+#if defined(_WIN64)
+    HANDLE hProcess = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, dwProcessId);
+    BOOL bWow64 = FALSE;
+    if (hProcess)
+    {
+        IsWow64Process(hProcess, &bWow64);
+        CloseHandle(hProcess);
+    }
+    return bWow64 ? 32 : 64;
+#else
+    (void)dwProcessId;
+    return 32; // a 32-bit library enters 32-bit processes only
+#endif
+}
 } // namespace
 
 CFrameWndItem::CFrameWndItem(HWND hWnd, CItems* pItems) : CItem(hWnd, pItems)
 {
+    GetWindowThreadProcessId(m_hWnd, &m_dwHostProcessId);
+    m_nHostBitness = ProcessBitness(m_dwHostProcessId);
+    g_log.Write("host IDE entered: pid %lu, %d-bit", static_cast<unsigned long>(m_dwHostProcessId), m_nHostBitness);
     PostMessageA(m_hWnd, WM_CREATEDOCKBAR, 0, 0);
 }
 
@@ -48,7 +68,7 @@ CFrameWndItem::~CFrameWndItem()
             pDockBar->Close(IDCANCEL);
     }
     m_pDockBar = nullptr;
-    m_menuAssist.DestroyMenu();
+    g_log.Write("host IDE left: pid %lu", static_cast<unsigned long>(m_dwHostProcessId));
     // The host lays its MDI client over the whole free area again at once,
     // not at its next resize.
     if (bFrame && m_hWndDockBar)
@@ -98,15 +118,29 @@ void CFrameWndItem::OnHookMessageDone(const HookRecord* pRecord)
     case WM_COMMAND:
         // Only a choice in our popup: the host's own commands may have the
         // same number.
-        if ((pRecord->nFlags & HOOK_FLAG_POPUP) != 0 && pRecord->wParam == kAssistWindowCommand && pDockBar)
+        if ((pRecord->nFlags & HOOK_FLAG_POPUP) == 0)
+            break;
+        if (pRecord->wParam == kAssistWindowCommand && pDockBar)
             ToggleDockBar();
+        else if (pRecord->wParam >= ID_TOOL_FIRST && pRecord->wParam <= ID_TOOL_LAST)
+            RunTool(static_cast<UINT>(pRecord->wParam));
         break;
     case WM_INITMENUPOPUP:
         if (pDockBar)
         {
+            // Requests to the popup of another menu fail in the library.
             HMENU hMenu = HandleFromWord<HMENU>(pRecord->wParam);
+            const CItemLife life(*this);
             RequestHostCheckMenuItem(m_hWnd, hMenu, kAssistWindowCommand,
-                                     pDockBar->IsShown() ? MF_CHECKED : MF_UNCHECKED);
+                                     pDockBar->IsShown() ? kCheckOn : kCheckOff);
+            const CString strFileName = GetActiveFileName();
+            for (int i = 0; i < CApp::kToolCount && life.IsAlive(); ++i)
+            {
+                if (GetApp()->m_tools[i].IsShown())
+                    RequestHostCheckMenuItem(m_hWnd, hMenu, ID_TOOL_FIRST + i,
+                                             GetApp()->CanRunTool(i, m_hWnd, strFileName) ? kCheckOff
+                                                                                         : kCheckOff | kItemGrayed);
+            }
         }
         break;
     case WM_SETTEXT:
@@ -149,18 +183,94 @@ void CFrameWndItem::CreateDockBar()
     m_hWndDockBar = m_pDockBar->m_hWnd;
     if (!m_hWndDockBar)
         return; // a failed creation leaves an object that never deletes itself
-    if (m_menuAssist.LoadMenu(IDR_ASSISTMENU))
-    {
-        CString strText;
-        m_menuAssist.GetMenuString(0, strText, MF_BYPOSITION);
-        // The host's thread edits its own menu bar (see the hook contract).
-        const CItemLife life(*this);
-        const BOOL bAppended = RequestHostAppendPopup(m_hWnd, m_menuAssist.GetSubMenu(0), strText);
-        if (!life.IsAlive())
-            return;
-        m_bPopupAppended = bAppended;
-    }
+    const CItemLife life(*this);
+    AppendAssistPopup();
+    if (!life.IsAlive())
+        return;
     HostIde::RelayoutFrame(m_hWnd);
+}
+
+BOOL CFrameWndItem::AppendAssistPopup()
+{
+    CMenu menu;
+    if (!menu.LoadMenu(IDR_ASSISTMENU))
+        return FALSE;
+    HMENU hPopup = menu.GetSubMenu(0);
+    CString strCaptions;
+    for (int i = 0; i < CApp::kToolCount; ++i)
+    {
+        const CTool& tool = GetApp()->m_tools[i];
+        if (!tool.IsShown())
+            continue;
+        if (strCaptions.IsEmpty())
+            AppendMenuA(hPopup, MF_SEPARATOR, 0, nullptr);
+        AppendMenuA(hPopup, MF_STRING, ID_TOOL_FIRST + i, tool.m_strCaption);
+        strCaptions += tool.m_strCaption + "\n";
+    }
+    CString strText;
+    menu.GetMenuString(0, strText, MF_BYPOSITION);
+    // The host's thread edits its own menu bar (see the hook contract).
+    const CItemLife life(*this);
+    const BOOL bAppended = RequestHostAppendPopup(m_hWnd, hPopup, strText);
+    if (!life.IsAlive())
+        return FALSE;
+    if (bAppended)
+    {
+        m_bPopupAppended = TRUE;
+        m_strToolCaptions = strCaptions;
+    }
+    else if (!m_bPopupRefused)
+    {
+        g_log.Write("request refused: the \"&Assist\" popup of pid %lu (asked again later)",
+                    static_cast<unsigned long>(m_dwHostProcessId));
+    }
+    m_bPopupRefused = !bAppended;
+    return bAppended;
+}
+
+void CFrameWndItem::ApplySettings()
+{
+    if (!GetDockBar())
+        return; // the popup comes with the Assist Window
+    CString strCaptions;
+    for (const CTool& tool : GetApp()->m_tools)
+    {
+        if (tool.IsShown())
+            strCaptions += tool.m_strCaption + "\n";
+    }
+    if (m_bPopupAppended && strCaptions == m_strToolCaptions)
+        return;
+    // The old popup goes first. The library refuses while the host has a
+    // menu open; then the old one stays until a later look. A popup the
+    // host dropped with its menu bar is gone already: the new one goes up.
+    const CItemLife life(*this);
+    if (m_bPopupAppended && !RequestHostRemovePopup(m_hWnd))
+    {
+        if (life.IsAlive())
+            AppendAssistPopup();
+        return;
+    }
+    if (!life.IsAlive())
+        return;
+    m_bPopupAppended = FALSE;
+    AppendAssistPopup();
+}
+
+CString CFrameWndItem::GetActiveFileName() const
+{
+    // The active MDI child stands first among its siblings.
+    HWND hWndClient = HostIde::FindMdiClient(m_hWnd);
+    HWND hWndActive = hWndClient ? ::GetWindow(hWndClient, GW_CHILD) : nullptr;
+    return hWndActive ? GetApp()->GetEditorFileName(hWndActive) : CString();
+}
+
+void CFrameWndItem::RunTool(UINT nCommand)
+{
+    const int nTool = static_cast<int>(nCommand - ID_TOOL_FIRST);
+    const CString strFileName = GetActiveFileName();
+    CApp* pApp = GetApp();
+    if (pApp->CanRunTool(nTool, m_hWnd, strFileName))
+        pApp->RunCommand(m_hWnd, pApp->m_tools[nTool].m_strCommand, strFileName);
 }
 
 void CFrameWndItem::ToggleDockBar()

@@ -23,6 +23,13 @@ public:
 
     void OnHookMessage(const HookRecord* pRecord) override;
     void OnHookMessageDone(const HookRecord* pRecord) override;
+    // The user tools changed, or the popup could not be put up before (the
+    // host had a menu open): the "&Assist" popup is put up with them.
+    void ApplySettings() override;
+
+    // The host's process, and whether it runs 32 or 64 bits.
+    DWORD m_dwHostProcessId = 0;
+    int m_nHostBitness = 0;
 
 private:
     // Takes the MDI client's place as the host left it and cuts the Assist
@@ -38,7 +45,6 @@ private:
     BOOL ToolBarChanged();
 
     CDockBar* m_pDockBar = nullptr; // owns and deletes itself; see GetDockBar
-    CMenu m_menuAssist;             // menu 101, loaded with the Assist Window
     CRect m_rectClient;             // the MDI client's place, frame client coordinates
     int m_nDockWidth = 0;           // the Assist Window's width at the last measure
     CRect m_rectToolBar;            // the tool bar at the last check
@@ -49,6 +55,16 @@ private:
     CDockBar* GetDockBar();
     void CreateDockBar();
     void ToggleDockBar();
+    // Appends the "&Assist" popup, "&Assist Window" and the shown user tools,
+    // to the host's menu bar; m_strToolCaptions says which tools it holds.
+    BOOL AppendAssistPopup();
+    // The file of the host's active editor, else empty.
+    CString GetActiveFileName() const;
+    // The user tool chosen in the "&Assist" popup runs for the active editor.
+    void RunTool(UINT nCommand);
+
+    CString m_strToolCaptions;
+    BOOL m_bPopupRefused = FALSE; // the last request was refused (said once in the log)
 
     HWND m_hWndDockBar = nullptr;
     BOOL m_bPopupAppended = FALSE;

@@ -22,6 +22,9 @@ public:
     virtual void OnHookMessage(const HookRecord* pRecord) = 0;
     // After it handled one, or when a posted one arrived (HOOK_MESSAGE_DONE).
     virtual void OnHookMessageDone(const HookRecord* pRecord) = 0;
+    // Brings what the item put into the host in line with the settings;
+    // called after every look at the settings file, changed or not.
+    virtual void ApplySettings() {}
 
     HWND m_hWnd;
     CItems* m_pItems; // the registry that owns this item

@@ -57,6 +57,20 @@ void CItems::CreateItem(const HookRecord* pRecord)
         Add(pItem);
 }
 
+void CItems::ApplySettings()
+{
+    // An item's requests let records in that may delete other items: each
+    // is asked whether it still lives before it is told.
+    std::vector<std::pair<CItem*, CItemLife>> items;
+    for (CItem* pItem : *this)
+        items.emplace_back(pItem, CItemLife(*pItem));
+    for (auto& item : items)
+    {
+        if (item.second.IsAlive())
+            item.first->ApplySettings();
+    }
+}
+
 void CItems::OnHookMessage(const HookRecord* pRecord)
 {
     if (CItem* pItem = Find(HookRecordWindow(pRecord)))

@@ -23,6 +23,8 @@ public:
     // Hand a record to the first item of its window; none: nothing happens.
     void OnHookMessage(const HookRecord* pRecord);
     void OnHookMessageDone(const HookRecord* pRecord);
+    // Has every item apply the settings (CItem::ApplySettings).
+    void ApplySettings();
     BOOL IsEmpty() const { return empty(); }
     // Deletes the items whose windows no longer exist (their host was killed
     // and will never report them gone).

@@ -72,8 +72,38 @@ void CFileTreeItem::OnReturn()
     Open();
 }
 
+void CFileTreeItem::ExtendContextMenu(HMENU hPopup)
+{
+    HMENU hTools = CreatePopupMenu();
+    if (!hTools)
+        return;
+    const CApp* pApp = GetApp();
+    for (int i = 0; i < CApp::kToolCount; ++i)
+    {
+        if (pApp->m_tools[i].IsShown())
+            AppendMenuA(hTools, MF_STRING, ID_TOOL_FIRST + i, pApp->m_tools[i].m_strCaption);
+    }
+    // Below "&External Editor"; the popup owns the submenu from here on.
+    const int nCount = GetMenuItemCount(hPopup);
+    int nAt = 0;
+    while (nAt < nCount && GetMenuItemID(hPopup, nAt) != ID_NODE_EXTERNALEDITOR)
+        ++nAt;
+    if (GetMenuItemCount(hTools) <= 0 ||
+        !InsertMenuA(hPopup, static_cast<UINT>(nAt + 1), MF_BYPOSITION | MF_POPUP,
+                     reinterpret_cast<UINT_PTR>(hTools), "&Tools"))
+        DestroyMenu(hTools);
+}
+
 void CFileTreeItem::OnCommand(UINT nID)
 {
+    if (nID >= ID_TOOL_FIRST && nID <= ID_TOOL_LAST)
+    {
+        CApp* pApp = GetApp();
+        const int nTool = static_cast<int>(nID - ID_TOOL_FIRST);
+        if (pApp->CanRunTool(nTool, m_hWndHost, m_strPath))
+            pApp->RunCommand(m_hWndHost, pApp->m_tools[nTool].m_strCommand, m_strPath);
+        return;
+    }
     switch (nID)
     {
     case ID_NODE_OPEN:
@@ -89,7 +119,7 @@ void CFileTreeItem::OnCommand(UINT nID)
         }
         break;
     case ID_NODE_EXTERNALEDITOR:
-        GetApp()->RunExternalEditor(m_hWndHost, GetApp()->m_strExternalEditor, m_strPath);
+        GetApp()->RunCommand(m_hWndHost, GetApp()->m_strExternalEditor, m_strPath);
         break;
     case ID_NODE_BUILD:
         if (FindHostWindow())
@@ -108,6 +138,11 @@ void CFileTreeItem::OnCommand(UINT nID)
 
 void CFileTreeItem::OnUpdateCommand(CCmdUI* pCmdUI)
 {
+    if (pCmdUI->m_nID >= ID_TOOL_FIRST && pCmdUI->m_nID <= ID_TOOL_LAST)
+    {
+        pCmdUI->Enable(GetApp()->CanRunTool(static_cast<int>(pCmdUI->m_nID - ID_TOOL_FIRST), m_hWndHost, m_strPath));
+        return;
+    }
     switch (pCmdUI->m_nID)
     {
     case ID_NODE_OPEN:

@@ -28,6 +28,8 @@ public:
     // window when it is open already.
     void Open() override;
     void OnReturn() override;
+    // A "Tools" submenu with the shown user tools, after "&External Editor".
+    void ExtendContextMenu(HMENU hPopup) override;
 
     // The host's MDI child titled with the path (case-insensitive, the whole
     // title), the first in window order; NULL when the file is not open.

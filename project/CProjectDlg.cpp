@@ -108,6 +108,8 @@ BEGIN_MESSAGE_MAP(CProjectDlg, CDockPage)
     ON_NOTIFY(NM_RCLICK, IDC_PROJECT_TREE, OnRClickTree)
     ON_COMMAND_RANGE(ID_NODE_FIRST, ID_NODE_LAST, OnNodeCommand)
     ON_UPDATE_COMMAND_UI_RANGE(ID_NODE_FIRST, ID_NODE_LAST, OnUpdateNodeCommand)
+    ON_COMMAND_RANGE(ID_TOOL_FIRST, ID_TOOL_LAST, OnNodeCommand)
+    ON_UPDATE_COMMAND_UI_RANGE(ID_TOOL_FIRST, ID_TOOL_LAST, OnUpdateNodeCommand)
 END_MESSAGE_MAP()
 
 CProjectDlg::CProjectDlg(CWnd* pParentWnd, HWND hWndHost) : CDockPage(IDD_PROJECT, pParentWnd, hWndHost)
@@ -346,6 +348,7 @@ void CProjectDlg::OnContextMenu(CWnd* /*pWnd*/, CPoint point)
     }
     if (!hPopup)
         return;
+    pItem->ExtendContextMenu(hPopup);
 
     if (point.x == -1 && point.y == -1)
     {

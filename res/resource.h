@@ -14,7 +14,7 @@
 #define IDC_SPLIT 10000
 
 // Menus (each resource type numbers on its own: menu 100 is not icon 100).
-// The notification-area icon's menu: one popup holding "&Exit".
+// The notification-area icon's menu: one popup, "E&xit" last.
 #define IDR_TRAYMENU 100
 // The "&Assist" popup appended to the host IDE's menu bar.
 #define IDR_ASSISTMENU 101
@@ -32,6 +32,9 @@
 #define IDD_COMMENTDLG 131
 #define IDC_COMMENT_TEXT 1003
 #define IDC_OPEN_IME 1004
+// About QUORVANT: the text of version, hosts and settings file.
+#define IDD_ABOUTBOX 132
+#define IDC_ABOUT_TEXT 1005
 
 // Strings.
 #define IDS_TRAYTIP 100
@@ -74,8 +77,15 @@
 #define ID_NODE_CLOSEALLWINDOWS 32782
 #define ID_NODE_LAST 32783
 
+// The user tools Tool01 to Tool10, in the "&Assist" popup and in a file
+// node's "Tools" submenu alike.
+#define ID_TOOL_FIRST 32784
+#define ID_TOOL_LAST 32793
+
 // The tray menu's own commands, beside the framework's exit.
 #define ID_APP_STARTWITHWINDOWS 32800
+#define ID_APP_ABOUTBOX 32801
+#define ID_APP_EDITSETTINGS 32802
 
 // The framework's exit command (57665); spelled as the framework spells it so
 // that both definitions may meet in one translation unit.

@@ -41,6 +41,7 @@ TEST_CASE(defaults_are_written_at_exit_with_every_key_in_order)
         {"Settings", "OpenIMEAutomatically", "1"},
         {"Settings", "SaveAutomatically", "1"},
         {"Settings", "ReladFileAutomatically", "1"},
+        {"Settings", "Log", "0"},
     };
     for (int i = 1; i <= 10; ++i)
     {

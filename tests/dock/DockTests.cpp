@@ -297,19 +297,6 @@ int LeftOnScreen(const Docked& d)
     return n;
 }
 
-// Keys typed as the X server delivers a hand's, to the window that has the
-// X input focus. xdotool's key names: "alt+a", "Escape", "a".
-bool XKeys(const std::string& strKeys)
-{
-    POINT pt;
-    GetCursorPos(&pt);
-    // The pointer moves by one pixel at the end: the sign that all is typed.
-    const POINT ptEnd = {pt.x + 1, pt.y};
-    return XDo("key --delay 100 " + strKeys + " sleep 0.1 mousemove " + std::to_string(ptEnd.x) + " " +
-                   std::to_string(ptEnd.y),
-               ptEnd);
-}
-
 // The host in front as a user brings it there: a click into its MDI client.
 bool ClickIntoHost(const Docked& d)
 {

@@ -46,4 +46,14 @@ bool RealClick(POINT pt)
     const std::string strAt = std::to_string(pt.x) + " " + std::to_string(pt.y);
     return XDo("mousemove " + strAt + " sleep 0.1 mousemove " + strAt + " click 1", pt);
 }
+bool XKeys(const std::string& strKeys)
+{
+    POINT pt;
+    GetCursorPos(&pt);
+    // The pointer moves by one pixel at the end: the sign that all is typed.
+    const POINT ptEnd = {pt.x + 1, pt.y};
+    return XDo("key --delay 100 " + strKeys + " sleep 0.1 mousemove " + std::to_string(ptEnd.x) + " " +
+                   std::to_string(ptEnd.y),
+               ptEnd);
+}
 } // namespace qt

@@ -26,4 +26,7 @@ std::string MoveSteps(POINT from, POINT to);
 
 // A left click at a point of the screen, the pointer moving there first.
 bool RealClick(POINT pt);
+// Keys typed as the X server delivers a hand's, to the window that has the
+// X input focus. xdotool's key names: "alt+a", "Escape", "a".
+bool XKeys(const std::string& strKeys);
 } // namespace qt

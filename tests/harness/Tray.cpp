@@ -2,6 +2,7 @@
 
 #include "Fixture.h"
 #include "HostInput.h"
+#include "RealMouse.h"
 
 namespace qt
 {
@@ -35,15 +36,27 @@ POINT Centre(HWND hWnd)
 
 HWND VisibleMenu()
 {
-    HWND hWnd = FindWindowA("#32768", nullptr);
-    return hWnd && IsWindowVisible(hWnd) ? hWnd : nullptr;
+    // Every popup menu window, not only the first: a hidden one of an
+    // earlier menu may stand before the one on the screen.
+    for (HWND hWnd = FindWindowExA(nullptr, nullptr, "#32768", nullptr); hWnd;
+         hWnd = FindWindowExA(nullptr, hWnd, "#32768", nullptr))
+    {
+        if (IsWindowVisible(hWnd))
+            return hWnd;
+    }
+    return nullptr;
 }
 
 bool ChooseFromTrayMenu(HWND hWndIcon, WORD wKey)
 {
-    // A menu chosen from a moment ago must be gone before the next click.
+    // A menu chosen from a moment ago must be gone before the next click,
+    // and a click soon after the last one on the icon is a double click.
+    static DWORD s_dwLastClick = GetTickCount() - GetDoubleClickTime();
     WaitFor([] { return VisibleMenu() == nullptr; }, 3000);
-    ClickAt(Centre(hWndIcon), MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
+    while (GetTickCount() - s_dwLastClick <= GetDoubleClickTime())
+        Sleep(50);
+    RealClick(Centre(hWndIcon));
+    s_dwLastClick = GetTickCount();
     if (!WaitFor([] { return VisibleMenu() != nullptr; }, 5000))
         return false;
     SendKeys({wKey});
@@ -52,6 +65,6 @@ bool ChooseFromTrayMenu(HWND hWndIcon, WORD wKey)
 
 bool ExitFromTrayMenu(HWND hWndIcon)
 {
-    return ChooseFromTrayMenu(hWndIcon, 'E');
+    return ChooseFromTrayMenu(hWndIcon, 'X');
 }
 } // namespace qt

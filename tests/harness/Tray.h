@@ -20,6 +20,6 @@ HWND VisibleMenu();
 // item of this mnemonic with the keyboard. False when no menu appeared; the
 // caller waits for what the item does.
 bool ChooseFromTrayMenu(HWND hWndIcon, WORD wKey);
-// The same for "&Exit".
+// The same for "E&xit".
 bool ExitFromTrayMenu(HWND hWndIcon);
 } // namespace qt

@@ -226,6 +226,42 @@ TEST_CASE(FileNodeExternalEditorSavesFirstWhenSoSet)
     CHECK_EQ(Join(bench.Reaching([&] { pNode->OnCommand(ID_NODE_EXTERNALEDITOR); })), std::string());
 }
 
+// The user tools in a "&Tools" submenu below "&External Editor", in section
+// order, the ones without a caption left out; each runs for the node's file.
+TEST_CASE(FileNodeOffersTheUserToolsForItsFile)
+{
+    Bench bench("kindtools", {{"main.asm", kSource}}, "/project {dir}demo.mcp /open {dir}main.asm");
+    REQUIRE(bench.ok);
+    std::unique_ptr<CFileTreeItem> pNode = FileNode(bench, bench.Path("main.asm"));
+    CApp* pApp = GetApp();
+    pApp->m_tools[0] = {"&Assemble", "asm.exe %FILENAME% /p:%PROJECT%"};
+    pApp->m_tools[1] = {"", "hidden.exe"};
+    pApp->m_tools[2] = {"&Make", "make"};
+    pApp->m_bSaveAutomatically = FALSE;
+
+    HMENU hPopup = CreatePopupMenu();
+    AppendMenuA(hPopup, MF_STRING, ID_NODE_OPEN, "&Open");
+    AppendMenuA(hPopup, MF_STRING, ID_NODE_EXTERNALEDITOR, "&External Editor");
+    AppendMenuA(hPopup, MF_STRING, ID_NODE_CLOSE, "&Close");
+    pNode->ExtendContextMenu(hPopup);
+    REQUIRE(GetMenuItemCount(hPopup) == 4);
+    HMENU hTools = GetSubMenu(hPopup, 2);
+    REQUIRE(hTools != nullptr);
+    REQUIRE(GetMenuItemCount(hTools) == 2);
+    CHECK_EQ(GetMenuItemID(hTools, 0), static_cast<UINT>(ID_TOOL_FIRST));
+    CHECK_EQ(GetMenuItemID(hTools, 1), static_cast<UINT>(ID_TOOL_FIRST + 2));
+    DestroyMenu(hPopup);
+
+    CHECK_EQ(EnableState(*pNode, ID_TOOL_FIRST), 1);
+    CHECK_EQ(EnableState(*pNode, ID_TOOL_FIRST + 1), 0); // no caption: no tool
+    pNode->OnCommand(ID_TOOL_FIRST);
+    CHECK_EQ(std::string(g_strPendingCommand), "asm.exe " + bench.Path("main.asm") + " /p:" + bench.Path("demo.mcp"));
+    pNode->OnCommand(ID_TOOL_FIRST + 2);
+    CHECK_EQ(std::string(g_strPendingCommand), std::string("make"));
+    for (CTool& tool : pApp->m_tools)
+        tool = CTool();
+}
+
 // A file changed on disk while the host was in the background, open in the
 // host: closed (the host has closed it when the send returns) and dropped
 // again; forward and backward moves of its time both count.

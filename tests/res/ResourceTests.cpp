@@ -312,7 +312,7 @@ TEST_CASE(tray_and_assist_menus_hold_their_commands)
     Menu tray = {LoadMenuA(Module(), MAKEINTRESOURCEA(100))};
     REQUIRE(tray.h != nullptr);
     CHECK_EQ(GetMenuItemCount(tray.h), 1);
-    CHECK_EQ(DescribeItems(GetSubMenu(tray.h, 0)), std::string("Start with &Windows=32800|-|&Exit=57665"));
+    CHECK_EQ(DescribeItems(GetSubMenu(tray.h, 0)), std::string("&About QUORVANT=32801|&Edit Settings=32802|Start with &Windows=32800|-|E&xit=57665"));
 
     Menu assist = {LoadMenuA(Module(), MAKEINTRESOURCEA(101))};
     REQUIRE(assist.h != nullptr);

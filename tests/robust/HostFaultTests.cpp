@@ -32,7 +32,7 @@ int LinesForNotches(const Host& host, HWND hWndEditor, const std::string& strTit
     return host.CountLog("VSCROLL " + strTitle + " 0");
 }
 
-// The eight keys of "Settings" and the ten tool sections, each once, and
+// The nine keys of "Settings" and the ten tool sections, each once, and
 // nothing else. The order of keys that were in the file before is the
 // profile functions' affair; a file written afresh has the documented order.
 bool IsValidSettingsFile(const std::string& strPath)
@@ -40,7 +40,7 @@ bool IsValidSettingsFile(const std::string& strPath)
     const std::vector<IniLine> lines = ReadIni(strPath);
     std::vector<std::pair<std::string, std::string>> expected;
     for (const char* pszKey : {"Source", "Header", "ExternalEditor", "DockRect", "DockLeft", "OpenIMEAutomatically",
-                               "SaveAutomatically", "ReladFileAutomatically"})
+                               "SaveAutomatically", "ReladFileAutomatically", "Log"})
         expected.push_back({"Settings", pszKey});
     for (int i = 0; i < 10; ++i)
     {

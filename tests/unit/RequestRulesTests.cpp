@@ -121,6 +121,8 @@ TEST_CASE("popups carry only the tools commands")
 
     HostCheckRequest check = {0x1234, kFirstPopupCommand, kCheckOn};
     CHECK(IsValidCheckRequest(&check, sizeof(check)));
+    check.nCheck = kCheckOff | kItemGrayed;
+    CHECK(IsValidCheckRequest(&check, sizeof(check)));
     check.nCheck = 0x400; // MF_BYPOSITION smuggled in
     CHECK(!IsValidCheckRequest(&check, sizeof(check)));
     check = {0x1234, 1008, kCheckOff};
