@@ -64,7 +64,9 @@ void CFileTreeItem::Open()
     // (it sees garbage) and which its DragFinish would free as one of its
     // own. The request is sent, not posted, so a command posted after it
     // (Close's 1007) reaches the host after the drop.
-    RequestHostDropFile(m_hWndHost, m_strPath);
+    if (!RequestHostDropFile(m_hWndHost, m_strPath))
+        g_log.Write("request refused: open %s (not an existing file on a local drive, or the host did not answer)",
+                    static_cast<LPCSTR>(m_strPath));
 }
 
 void CFileTreeItem::OnReturn()

@@ -1,6 +1,6 @@
 // The demo's scripted tour, one step per run, with real input as a user's:
 //   DEMOTOUR assist | wheel | ctrl-e | close-editor | comment-editor | paste | tree-menu |
-//            tree-open | tray-menu | exit
+//            tree-open | assist-menu | close-menu | about | close-about | tray-menu | exit
 // The demo script takes a screenshot after each step.
 #include "Fixture.h"
 #include "RealMouse.h"
@@ -305,6 +305,28 @@ int main(int argc, char** argv)
         HWND hWndClient = FindWindowExA(HostFrame(), nullptr, "MDIClient", nullptr);
         return WaitFor([hWndClient] { return ChildEndingWith(hWndClient, "util.c") != nullptr; }, 5000) ? 0 : 1;
     }
+    if (strcmp(pszStep, "assist-menu") == 0)
+    {
+        // The host's "&Assist" menu, opened with the keyboard as a user would.
+        if (!FocusEditor())
+            return 1;
+        return XKeys("alt+a") && WaitFor([] { return VisibleMenu() != nullptr; }, 5000) ? 0 : 1;
+    }
+    if (strcmp(pszStep, "close-menu") == 0)
+        return XKeys("Escape Escape") && WaitFor([] { return VisibleMenu() == nullptr; }, 5000) ? 0 : 1;
+    if (strcmp(pszStep, "about") == 0)
+    {
+        const std::vector<HWND> icons = TrayIcons();
+        return !icons.empty() && ChooseFromTrayMenu(icons.back(), 'A') &&
+                       WaitFor([] { return FindWindowA(nullptr, "About QUORVANT") != nullptr; }, 5000)
+                   ? 0
+                   : 1;
+    }
+    if (strcmp(pszStep, "close-about") == 0)
+    {
+        PostMessageA(FindWindowA(nullptr, "About QUORVANT"), WM_COMMAND, IDOK, 0);
+        return WaitFor([] { return FindWindowA(nullptr, "About QUORVANT") == nullptr; }, 5000) ? 0 : 1;
+    }
     if (strcmp(pszStep, "tray-menu") == 0)
     {
         const std::vector<HWND> icons = TrayIcons();
@@ -315,7 +337,7 @@ int main(int argc, char** argv)
     }
     if (strcmp(pszStep, "exit") == 0)
     {
-        // The menu is open: its last item is "&Exit".
+        // The menu is open: its last item is "E&xit".
         HWND hWndMenu = VisibleMenu();
         if (!hWndMenu)
             return 1;
@@ -325,6 +347,6 @@ int main(int argc, char** argv)
         return 0;
     }
     fprintf(stderr, "usage: DEMOTOUR assist|wheel|ctrl-e|close-editor|comment-editor|paste|tree-menu|tree-open|"
-                    "tray-menu|exit\n");
+                    "assist-menu|close-menu|about|close-about|tray-menu|exit\n");
     return 2;
 }
