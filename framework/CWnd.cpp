@@ -16,8 +16,6 @@ struct WindowThreadState
 {
     std::unordered_map<HWND, CWnd*> permanent;
     std::unordered_map<HWND, std::unique_ptr<CWnd>> temporary;
-    CWnd* pWndInit = nullptr; // the object the window being created will be bound to
-    HHOOK hHookCbt = nullptr;
     MSG msgCurrent = {};
     HWND hWndLockoutNotify = nullptr; // the window whose UpdateData is running
 };
@@ -121,69 +119,10 @@ BOOL CWnd::SubclassWindow(HWND hWnd)
     return TRUE;
 }
 
-namespace
-{
-// The system may create a thread's input method window inside the first
-// CreateWindowEx of a thread, before the window asked for: that one must not
-// be bound to the object waiting for its window.
-BOOL IsImeWindow(HWND hWnd)
-{
-    if (GetClassLongA(hWnd, GCL_STYLE) & CS_IME)
-        return TRUE;
-    char szClass[16] = {};
-    GetClassNameA(hWnd, szClass, sizeof(szClass));
-    return lstrcmpiA(szClass, "IME") == 0;
-}
-} // namespace
-
 BOOL CWnd::SubclassDlgItem(UINT nID, CWnd* pParent)
 {
     HWND hWndControl = pParent ? ::GetDlgItem(pParent->m_hWnd, static_cast<int>(nID)) : nullptr;
     return hWndControl ? SubclassWindow(hWndControl) : FALSE;
-}
-
-LRESULT CALLBACK AfxCbtFilterHook(int nCode, WPARAM wParam, LPARAM lParam)
-{
-    WindowThreadState& state = ThreadState();
-    if (nCode == HCBT_CREATEWND && state.pWndInit && !IsImeWindow(reinterpret_cast<HWND>(wParam)))
-    {
-        HWND hWnd = reinterpret_cast<HWND>(wParam);
-        CWnd* pWnd = state.pWndInit;
-        state.pWndInit = nullptr;
-        pWnd->Attach(hWnd);
-        pWnd->PreSubclassWindow();
-        const LONG_PTR pfnOld = GetWindowLongPtrA(hWnd, GWLP_WNDPROC);
-        if (reinterpret_cast<WNDPROC>(pfnOld) != AfxWndProc)
-        {
-            pWnd->m_pfnSuper = reinterpret_cast<WNDPROC>(pfnOld);
-            SetWindowLongPtrA(hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(AfxWndProc));
-        }
-    }
-    return CallNextHookEx(state.hHookCbt, nCode, wParam, lParam);
-}
-
-void AfxHookWindowCreate(CWnd* pWnd)
-{
-    WindowThreadState& state = ThreadState();
-    if (!state.hHookCbt)
-        state.hHookCbt = SetWindowsHookExA(WH_CBT, AfxCbtFilterHook, nullptr, GetCurrentThreadId());
-    state.pWndInit = pWnd;
-}
-
-BOOL AfxUnhookWindowCreate()
-{
-    WindowThreadState& state = ThreadState();
-    if (state.hHookCbt)
-    {
-        UnhookWindowsHookEx(state.hHookCbt);
-        state.hHookCbt = nullptr;
-    }
-    if (state.pWndInit)
-    {
-        state.pWndInit = nullptr;
-        return FALSE;
-    }
-    return TRUE;
 }
 
 BOOL CWnd::PreCreateWindow(CREATESTRUCT& /*cs*/)

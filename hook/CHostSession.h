@@ -6,13 +6,17 @@
 
 #include <windows.h>
 
+#include "CDestroyWatch.h"
 #include "CHostRequests.h"
-#include "CToolChannel.h"
+#include "CRecordReporter.h"
 #include "CWatchTable.h"
+#include "HostWindows.h"
 
-class CHostSession
+class CHostSession : private CRecordReporter::Owner
 {
 public:
+    CHostSession() : m_reporter(m_table, *this), m_destroyWatch(m_table) {}
+
     // Private messages of the library. Leave: posted by uninstallHook to
     // every host frame with the key in wParam and lParam. Host started:
     // posted by a host to the installing tools' listener windows when its
@@ -37,7 +41,6 @@ public:
     void OnEnterRequest(HMODULE hModule, const HostEnterRequest& request);
 
 private:
-    bool IsHostThread() const { return m_dwThread == GetCurrentThreadId(); }
     bool IsSessionKey(uint32_t nKey0, uint32_t nKey1) const;
     void AskToBeEntered(HWND hWndFrame);
     void Enter(HMODULE hModule, HWND hWndTool, const uint32_t key[2], uint32_t nWheelStep);
@@ -48,33 +51,24 @@ private:
     void OnCreateWindow(HWND hWnd, const CREATESTRUCTA* pcs);
     void OnWindowGone(HWND hWnd);
 
-    void ReportCreate(HWND hWnd);
-    void ReportMessage(UINT nCode, HWND hWnd, UINT uMsg, WPARAM wParam, UINT nFlags);
-    void OnToolSilent();
-    void CatchUp();
-    void OnProbeAnswered(ULONG_PTR dwData);
+    // CRecordReporter::Owner
+    bool IsReporting() const override { return m_bEntered && !m_bLeaving; }
+    void OnToolGone() override { Leave(false); }
     void OnKey(WPARAM wParam, LPARAM lParam);
 
     template <bool bUnicode> LRESULT OnMessage(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam);
     template <bool bUnicode> static LRESULT CALLBACK SubclassProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam);
     static LRESULT CALLBACK KeyboardProc(int nCode, WPARAM wParam, LPARAM lParam);
-    static LRESULT CALLBACK DestroyWatchProc(int nCode, WPARAM wParam, LPARAM lParam);
-    // Whether hWnd is really being destroyed (DestroyWindow was called on it
-    // or on an ancestor), not merely sent a WM_NCDESTROY by someone.
-    bool IsBeingDestroyed(HWND hWnd);
-    void StopWatchingDestroysWhenEmpty();
-    static VOID CALLBACK ProbeProc(HWND hWnd, UINT uMsg, ULONG_PTR dwData, LRESULT lResult);
 
     CWatchTable m_table;
     CHostRequests m_requests;
-    CToolChannel m_channel;
-    DWORD m_dwThread = 0;   // the host's GUI thread; 0 while this process is not a host
+    CRecordReporter m_reporter;
+    CDestroyWatch m_destroyWatch;
+    HostWindows::CHostThread m_hostThread;
     bool m_bEntered = false;
     bool m_bLeaving = false;
     bool m_bPinned = false;
-    LONG m_nSession = 0;    // counts the sessions: a probe answered for an earlier one is ignored
     HHOOK m_hKeyboardHook = nullptr;
-    HHOOK m_hDestroyHook = nullptr; // while any window is subclassed
     WPARAM m_uHookedKey = 0; // a shortcut key already reported from the keyboard hook
     bool m_bToolActed = false; // the message just handled was a request with the tool's key
     unsigned m_nWheelDepth = 0; // wheel messages of scrolling windows being handled, nested

@@ -1023,12 +1023,17 @@ TEST_CASE(the_popup_request_puts_one_menu_on_the_host_bar_until_removed_or_the_t
     CloseMenus();
     printf("  check column ink: %d checked, %d unchecked\n", nChecked, nUnchecked);
     CHECK(nChecked > nUnchecked + 10);
+    // Greyed, the item cannot be chosen; enabled again, it can.
+    CHECK(ToolCheck(s.tool, hWndFrame, hHostPopup, 32771, MF_UNCHECKED | MF_GRAYED));
+    CHECK(!ChooseAssistWindow(s));
+    CHECK(ToolCheck(s.tool, hWndFrame, hHostPopup, 32771, MF_UNCHECKED));
     // Refused: an item the menu lacks, a handle that is no menu, a state
-    // other than checked or unchecked, a request of the wrong size.
+    // other than checked, unchecked and greyed, a request of the wrong size.
     CHECK(!ToolCheck(s.tool, hWndFrame, hHostPopup, 9999, MF_CHECKED));
     CHECK(!ToolCheck(s.tool, hWndFrame, reinterpret_cast<HMENU>(static_cast<LONG_PTR>(0x7ff4)), 32771,
                                     MF_CHECKED));
-    CHECK(!ToolCheck(s.tool, hWndFrame, hHostPopup, 32771, MF_GRAYED));
+    CHECK(!ToolCheck(s.tool, hWndFrame, hHostPopup, 32771, MF_DISABLED));
+    CHECK(!ToolCheck(s.tool, hWndFrame, hHostPopup, 32771, MF_BYPOSITION));
     const HostCheckRequest check = {HookWindowWord(reinterpret_cast<HWND>(hHostPopup)), 32771, MF_CHECKED};
     CHECK(!ToolRawRequest(s.tool, hWndFrame, REQUEST_CHECKMENUITEM, &check, sizeof(check) - 1));
 
