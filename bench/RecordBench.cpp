@@ -1,34 +1,33 @@
-// What a record costs the host beyond the bare cross-process trip, measured
-// side by side in one run so that the machine's speed cancels out.
+// What the host pays for the tool beside it, measured the whole way (host
+// window, hook library, tool and back) and side by side with its parts in
+// one run, so that the machine's speed cancels out.
 //
-// QVBENCH.exe          starts a copy of the tool in a scratch folder and a
-//                      copy of itself with an empty window (/empty), then
-//                      prints, as ratios:
-//                      - a record the tool's item ignores against a bare
-//                        WM_COPYDATA round trip to the empty window, with
-//                        10, 100 and 1000 windows registered (the record
-//                        names the last one: the registry's longest search);
-//                      - a burst of 50 wheel notches (each: one record, four
-//                        WM_VSCROLL lines sent back to our window) against
-//                        50 bare trips plus 200 bare cross-process sent
-//                        WM_VSCROLLs, twice: with the records sent by us
-//                        straight to the tool, and the whole way, with this
-//                        process as a host IDE that the hook library has
-//                        entered (editor, library, tool and back); and,
-//                        as the floor of the burst's own shape, the same
-//                        notches answered by the empty window with its four
-//                        lines and nothing else. Where each notch's time
-//                        goes is printed below (first line, line to line,
-//                        last line to the next notch).
-// QVBENCH.exe /empty   the empty window in another process: the floor.
-//
-// Our own windows play the host's windows: the tool reacts to them as to
-// any reported window, and the empty window's process plays nothing.
+// QVBENCH.exe        starts a copy of the tool in a scratch folder and a copy
+//                    of itself with an empty window (/empty); this process
+//                    plays the host IDE, entered by the tool's library. It
+//                    prints, as ratios:
+//                    1. a record the tool ignores (a WM_COMMAND of no meaning
+//                       to a host frame: the library's record, the tool's
+//                       search and its answer) against its parts (the same
+//                       message to a frame nobody watches, and a bare
+//                       WM_COPYDATA trip to the empty window), with 10, 100
+//                       and 1000 windows registered before that frame (the
+//                       registry's longest search);
+//                    2. a burst of 50 wheel notches posted to an editor, until
+//                       its last line, against the same burst to a twin
+//                       editor nobody watches that scrolls itself as the
+//                       library would (a host with the wheel of its own);
+//                    3. with the environment's QV_BENCH_DIR, the same burst
+//                       while the tool is stopped (scripts/bench stops its
+//                       process with SIGSTOP, which no Windows program can do
+//                       to another), and again once it runs on.
+// QVBENCH.exe /empty the empty window in another process.
 #include "QuorvantHook.h"
 
 #include <windows.h>
 
 #include <stdio.h>
+#include <stdlib.h>
 #include <string.h>
 
 #include <algorithm>
@@ -38,14 +37,17 @@
 namespace
 {
 const char kEmptyClass[] = "QvBenchEmpty";
-const char kTargetClass[] = "QvBenchTarget";
-const int kRounds = 7;        // interleaved rounds; the median round counts
-const int kTripsPerRound = 400;
-const int kNotches = 50;
-const int kBurstRounds = 15;  // bursts are short: more rounds, and the fastest counts
-const int kLinesPerNotch = 4; // a notch of 120 is four lines
+const char kPlainClass[] = "QvBenchPlain";
+const char kTwinClass[] = "QvBenchTwin";
 const char kHostFrameClass[] = "PFE_Frame";
 const char kHostEditorClass[] = "PFE_View";
+const int kRounds = 7; // interleaved rounds; the median round counts
+const int kTripsPerRound = 400;
+const int kNotches = 50;
+const int kBurstRounds = 15; // bursts are short: more rounds, and the fastest counts
+const int kLinesPerNotch = 4; // a notch of 120 is four lines of an MDI child
+const int kWheelStep = 30;
+const WPARAM kIgnoredCommand = 0x7F00; // no host command and none of the tool's popup
 
 double Now()
 {
@@ -65,6 +67,11 @@ double Median(std::vector<double> values)
     return values.empty() ? 0.0 : values[values.size() / 2];
 }
 
+double Fastest(const std::vector<double>& values)
+{
+    return values.empty() ? 0.0 : *std::min_element(values.begin(), values.end());
+}
+
 std::string ExeDir()
 {
     char szPath[MAX_PATH] = {};
@@ -73,11 +80,19 @@ std::string ExeDir()
     return strPath.substr(0, strPath.find_last_of('\\') + 1);
 }
 
-// The empty window: DefWindowProc answers everything, WM_COPYDATA with 0,
-// but for a wheel record, which it answers as bare as it can be answered:
-// the four lines sent back, nothing looked up, nothing checked. It is the
-// floor of the burst's own shape (lines sent into a host that waits for the
-// record), beside the flat floor of its parts.
+void Pump(DWORD dwMs)
+{
+    const DWORD dwStart = GetTickCount();
+    MSG msg;
+    while (GetTickCount() - dwStart < dwMs)
+    {
+        while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE))
+            DispatchMessageA(&msg);
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+    }
+}
+
+// The empty window: DefWindowProc answers everything, WM_COPYDATA with 0.
 LRESULT CALLBACK EmptyProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
 {
     if (uMsg == WM_CLOSE)
@@ -85,18 +100,7 @@ LRESULT CALLBACK EmptyProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
         PostQuitMessage(0);
         return 0;
     }
-    if (uMsg == WM_COPYDATA)
-    {
-        const COPYDATASTRUCT* pData = reinterpret_cast<const COPYDATASTRUCT*>(lParam);
-        const HookRecord* pRecord = static_cast<const HookRecord*>(pData->lpData);
-        if (pData->cbData == sizeof(HookRecord) && pRecord->nMessage == WM_MOUSEWHEEL)
-        {
-            for (int i = 0; i < kLinesPerNotch; ++i)
-                SendMessageA(HookRecordWindow(pRecord), WM_VSCROLL, SB_LINEUP, 0);
-        }
-        return 0;
-    }
-    return DefWindowProcA(hWnd, uMsg, wParam, lParam);
+    return uMsg == WM_COPYDATA ? 0 : DefWindowProcA(hWnd, uMsg, wParam, lParam);
 }
 
 int RunEmpty()
@@ -113,54 +117,19 @@ int RunEmpty()
     return 0;
 }
 
-double Median(std::vector<double> values);
-
-// Our target windows count the tool's WM_VSCROLL lines and note the last.
+// The lines our editors get, and when the last one came.
 int g_nScrollLines = 0;
 double g_dLastScroll = 0.0;
 
-// Where a burst's time goes, notch by notch: when each notch set off (the
-// record sent, or the wheel message reached the editor) and when each line
-// came back.
-struct BurstSteps
+LRESULT CountLine()
 {
-    std::vector<double> notches;
-    std::vector<double> lines;
-    // Median microseconds: notch to its first line; from line to line; last
-    // line to the next notch (the record's answer and the way to the next).
-    void Print(const char* pszWhat) const
-    {
-        std::vector<double> first, between, next;
-        for (size_t n = 0; n < notches.size() && (n + 1) * kLinesPerNotch <= lines.size(); ++n)
-        {
-            const double* pLines = &lines[n * kLinesPerNotch];
-            first.push_back(pLines[0] - notches[n]);
-            between.push_back((pLines[kLinesPerNotch - 1] - pLines[0]) / (kLinesPerNotch - 1));
-            if (n + 1 < notches.size())
-                next.push_back(notches[n + 1] - pLines[kLinesPerNotch - 1]);
-        }
-        printf("  %-52s %7.1f %7.1f %7.1f us\n", pszWhat, Median(first) * 1e6, Median(between) * 1e6,
-               Median(next) * 1e6);
-    }
-};
-BurstSteps* g_pSteps = nullptr; // while a burst is timed
-
-LRESULT CALLBACK TargetProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
-{
-    if (uMsg == WM_VSCROLL)
-    {
-        ++g_nScrollLines;
-        g_dLastScroll = Now();
-        if (g_pSteps)
-            g_pSteps->lines.push_back(g_dLastScroll);
-        return 0;
-    }
-    return DefWindowProcA(hWnd, uMsg, wParam, lParam);
+    ++g_nScrollLines;
+    g_dLastScroll = Now();
+    return 0;
 }
 
-// The host IDE played by this process: a frame, its MDI client and one
-// editor whose lines are counted like those of the target windows. The
-// editor leaves the wheel to the tool, as the host IDE does.
+// The host IDE played by this process: a frame, its MDI client and
+// editors. The editor leaves the wheel to the tool, as the host IDE does.
 LRESULT CALLBACK HostFrameProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
 {
     return DefFrameProcA(hWnd, FindWindowExA(hWnd, nullptr, "MDIClient", nullptr), uMsg, wParam, lParam);
@@ -169,27 +138,61 @@ LRESULT CALLBACK HostFrameProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lPara
 LRESULT CALLBACK HostEditorProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
 {
     if (uMsg == WM_VSCROLL)
-        return TargetProc(hWnd, uMsg, wParam, lParam);
+        return CountLine();
     if (uMsg == WM_MOUSEWHEEL)
-    {
-        // The library reports the notch once we have handled it.
-        if (g_pSteps)
-            g_pSteps->notches.push_back(Now());
         return 0;
-    }
     return DefMDIChildProcA(hWnd, uMsg, wParam, lParam);
 }
 
-void Pump(DWORD dwMs)
+// A window nobody watches that answers like the frame: the record's floor.
+LRESULT CALLBACK PlainProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
 {
-    const DWORD dwStart = GetTickCount();
-    MSG msg;
-    while (GetTickCount() - dwStart < dwMs)
+    return DefWindowProcA(hWnd, uMsg, wParam, lParam);
+}
+
+// An editor nobody watches that scrolls itself on the wheel, as the library
+// has the host's editor scroll: the wheel at the host's own speed.
+LRESULT CALLBACK TwinProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
+{
+    if (uMsg == WM_VSCROLL)
+        return CountLine();
+    if (uMsg == WM_MOUSEWHEEL)
     {
-        while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE))
-            DispatchMessageA(&msg);
-        MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+        const int nDelta = GET_WHEEL_DELTA_WPARAM(wParam);
+        const int nLines = (nDelta < 0 ? -nDelta : nDelta) / kWheelStep;
+        for (int i = 0; i < nLines; ++i)
+            SendMessageA(hWnd, WM_VSCROLL, nDelta > 0 ? SB_LINEUP : SB_LINEDOWN, 0);
+        return 0;
     }
+    return DefWindowProcA(hWnd, uMsg, wParam, lParam);
+}
+
+void RegisterClasses()
+{
+    HINSTANCE hInstance = GetModuleHandleA(nullptr);
+    const struct
+    {
+        const char* pszClass;
+        WNDPROC pfn;
+    } classes[] = {{kHostFrameClass, HostFrameProc},
+                   {kHostEditorClass, HostEditorProc},
+                   {kPlainClass, PlainProc},
+                   {kTwinClass, TwinProc}};
+    for (const auto& c : classes)
+    {
+        WNDCLASSA wc = {};
+        wc.hInstance = hInstance;
+        wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_APPWORKSPACE + 1);
+        wc.lpfnWndProc = c.pfn;
+        wc.lpszClassName = c.pszClass;
+        RegisterClassA(&wc);
+    }
+}
+
+HWND MakeTopLevel(const char* pszClass)
+{
+    return CreateWindowA(pszClass, "bench", WS_OVERLAPPEDWINDOW, 0, 0, 300, 200, nullptr, nullptr,
+                         GetModuleHandleA(nullptr), nullptr);
 }
 
 class BenchHost
@@ -198,59 +201,50 @@ public:
     BenchHost() = default;
     BenchHost(const BenchHost&) = delete;
     BenchHost& operator=(const BenchHost&) = delete;
-    ~BenchHost() { Destroy(); }
-
-    void Destroy()
+    ~BenchHost()
     {
-        if (!m_hWndFrame)
-            return;
-        DestroyWindow(m_hWndFrame);
-        m_hWndFrame = nullptr;
+        if (m_hWndFrame)
+            DestroyWindow(m_hWndFrame);
         Pump(300); // the tool hears of every window gone
     }
 
-    // Creates the windows while the tool's hook is installed: the library
-    // enters this process with the frame and reports the windows to the
-    // tool. True once the editor is subclassed.
+    // The frame, its MDI client and one editor, before the tool starts, as
+    // the host IDE's windows are when the user starts the tool beside it.
     bool Create()
     {
         HINSTANCE hInstance = GetModuleHandleA(nullptr);
-        WNDCLASSA wc = {};
-        wc.hInstance = hInstance;
-        wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_APPWORKSPACE + 1);
-        wc.lpfnWndProc = HostFrameProc;
-        wc.lpszClassName = kHostFrameClass;
-        RegisterClassA(&wc);
-        wc.lpfnWndProc = HostEditorProc;
-        wc.lpszClassName = kHostEditorClass;
-        RegisterClassA(&wc);
         m_hWndFrame = CreateWindowA(kHostFrameClass, "Bench host", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0, 0,
                                     700, 500, nullptr, nullptr, hInstance, nullptr);
         CLIENTCREATESTRUCT ccs = {};
-        HWND hWndClient = CreateWindowA("MDIClient", nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0, 700,
-                                        460, m_hWndFrame, nullptr, hInstance, &ccs);
-        MDICREATESTRUCTA mcs = {};
-        mcs.szClass = kHostEditorClass;
-        mcs.szTitle = "bench editor";
-        mcs.hOwner = hInstance;
-        mcs.x = mcs.y = mcs.cx = mcs.cy = CW_USEDEFAULT;
-        m_hWndEditor = hWndClient ? reinterpret_cast<HWND>(
-                                        SendMessageA(hWndClient, WM_MDICREATE, 0, reinterpret_cast<LPARAM>(&mcs)))
-                                  : nullptr;
+        m_hWndClient = CreateWindowA("MDIClient", nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0, 700, 460,
+                                     m_hWndFrame, nullptr, hInstance, &ccs);
+        m_hWndEditor = AddEditor();
         if (!m_hWndFrame || !m_hWndEditor)
             return false;
         ShowWindow(m_hWndFrame, SW_SHOWNORMAL);
         return true;
     }
 
-    // Pumps until the tool's hook library has entered us (it subclasses the
-    // editor) and the tool has planted its window in the frame.
+    HWND AddEditor()
+    {
+        MDICREATESTRUCTA mcs = {};
+        mcs.szClass = kHostEditorClass;
+        mcs.szTitle = "bench editor";
+        mcs.hOwner = GetModuleHandleA(nullptr);
+        mcs.x = mcs.y = mcs.cx = mcs.cy = CW_USEDEFAULT;
+        return m_hWndClient ? reinterpret_cast<HWND>(
+                                  SendMessageA(m_hWndClient, WM_MDICREATE, 0, reinterpret_cast<LPARAM>(&mcs)))
+                            : nullptr;
+    }
+
+    // Pumps until the tool's library has entered us (it subclasses the
+    // editor) and the tool has settled in.
     bool WaitEntered()
     {
         const DWORD dwStart = GetTickCount();
         while (!IsEntered() && GetTickCount() - dwStart < 10000)
             Pump(20);
-        Pump(500);
+        Pump(1000);
         return IsEntered();
     }
 
@@ -262,6 +256,7 @@ public:
 
 private:
     HWND m_hWndFrame = nullptr;
+    HWND m_hWndClient = nullptr;
     HWND m_hWndEditor = nullptr;
 };
 
@@ -341,51 +336,32 @@ private:
     HWND m_hWnd = nullptr;
 };
 
-LRESULT SendRecord(HWND hWndTo, ULONG_PTR dwCode, const HookRecord& record)
-{
-    HookRecord copy = record;
-    COPYDATASTRUCT cds = {dwCode, sizeof(copy), &copy};
-    return SendMessageA(hWndTo, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&cds));
-}
-
-// Microseconds per record of the given kind sent nTrips times to hWndTo.
-double TimeTrips(HWND hWndTo, ULONG_PTR dwCode, const HookRecord& record, int nTrips)
-{
-    const double dStart = Now();
-    for (int i = 0; i < nTrips; ++i)
-        SendRecord(hWndTo, dwCode, record);
-    return (Now() - dStart) * 1e6 / nTrips;
-}
-
-double TimeVScrolls(HWND hWndTo, int nSends)
+// Microseconds per message: nSends sends of uMsg to a window of this thread.
+double TimeSends(HWND hWnd, UINT uMsg, WPARAM wParam, int nSends)
 {
     const double dStart = Now();
     for (int i = 0; i < nSends; ++i)
-        SendMessageA(hWndTo, WM_VSCROLL, SB_LINEDOWN, 0);
-    return (Now() - dStart) * 1e6;
+        SendMessageA(hWnd, uMsg, wParam, 0);
+    return (Now() - dStart) * 1e6 / nSends;
 }
 
-// Milliseconds from the first notch until the last of its lines arrived;
-// fnNotches gives the notches and returns once their lines are in.
-template <typename Notches> double TimeBurst(Notches fnNotches, BurstSteps& steps)
+// Microseconds per bare record-sized WM_COPYDATA trip to another process.
+double TimeTrips(HWND hWndTo, int nTrips)
+{
+    HookRecord record = {};
+    COPYDATASTRUCT cds = {HOOK_MESSAGE_DONE, sizeof(record), &record};
+    const double dStart = Now();
+    for (int i = 0; i < nTrips; ++i)
+        SendMessageA(hWndTo, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&cds));
+    return (Now() - dStart) * 1e6 / nTrips;
+}
+
+// Milliseconds from the first notch posted to an editor until its last line,
+// the notches taken from the queue by this thread's loop as a host's are.
+double TimeBurst(HWND hWndEditor)
 {
     g_nScrollLines = 0;
-    steps = BurstSteps();
-    g_pSteps = &steps;
     const double dStart = Now();
-    fnNotches();
-    g_pSteps = nullptr;
-    if (g_nScrollLines != kNotches * kLinesPerNotch)
-        printf("  the burst scrolled %d lines, not %d\n", g_nScrollLines, kNotches * kLinesPerNotch);
-    return (g_dLastScroll - dStart) * 1e3;
-}
-
-HookRecord Wheel(HWND hWnd);
-
-// The notches as a user gives them: queued to the host's editor, each
-// taken from the queue by the host's loop and reported by the library.
-void WheelHost(HWND hWndEditor)
-{
     for (int n = 0; n < kNotches; ++n)
         PostMessageA(hWndEditor, WM_MOUSEWHEEL, MAKEWPARAM(0, 120), 0);
     const DWORD dwStart = GetTickCount();
@@ -397,180 +373,145 @@ void WheelHost(HWND hWndEditor)
         else
             MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
     }
+    if (g_nScrollLines != kNotches * kLinesPerNotch)
+        printf("  the burst scrolled %d lines, not %d\n", g_nScrollLines, kNotches * kLinesPerNotch);
+    return (g_dLastScroll - dStart) * 1e3;
 }
 
-HookRecord Ignored(HWND hWnd)
+struct BurstFigures
 {
-    // WM_USER + 5 means nothing to any item: found, then left alone.
-    return HookRecord{0, HookWindowWord(hWnd), WM_USER + 5, 0, 0, {0, 0}};
+    double dFirst = 0;   // the first burst, ms
+    double dFastest = 0; // the fastest, ms
+    double dTwin = 0;    // the twin's fastest, ms
+};
+
+// Bursts to the editor and to the twin in turn.
+BurstFigures MeasureBursts(HWND hWndEditor, HWND hWndTwin)
+{
+    std::vector<double> editor, twin;
+    for (int i = 0; i < kBurstRounds; ++i)
+    {
+        editor.push_back(TimeBurst(hWndEditor));
+        twin.push_back(TimeBurst(hWndTwin));
+    }
+    BurstFigures figures;
+    figures.dFirst = editor.front();
+    figures.dFastest = Fastest(editor);
+    figures.dTwin = Fastest(twin);
+    return figures;
 }
 
-HookRecord Wheel(HWND hWnd)
+void PrintBurst(const char* pszWhat, const BurstFigures& f, bool bGoal)
 {
-    return HookRecord{0, HookWindowWord(hWnd), WM_MOUSEWHEEL, MAKEWPARAM(0, 120), 0, {0, 0}};
+    const double dRatio = f.dFastest / f.dTwin;
+    printf("  %-44s %7.2f ms (first %7.2f) vs %7.2f ms %6.2fx", pszWhat, f.dFastest, f.dFirst, f.dTwin, dRatio);
+    printf(bGoal ? "  goal <=1.1: %s\n" : "\n", dRatio <= 1.1 && f.dFirst / f.dTwin <= 1.5 ? "ok" : "MISSED");
 }
 
-HookRecord Creation(HWND hWnd, uint32_t nKind)
+// The script's half of a stop: files in a folder both can see.
+bool Handshake(const std::string& strDir, const char* pszMine, const char* pszTheirs)
 {
-    return HookRecord{nKind, HookWindowWord(hWnd), 0, 0, 0, {0, 0}};
+    HANDLE hFile = CreateFileA((strDir + pszMine).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                               FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (hFile != INVALID_HANDLE_VALUE)
+        CloseHandle(hFile);
+    const DWORD dwStart = GetTickCount();
+    while (GetFileAttributesA((strDir + pszTheirs).c_str()) == INVALID_FILE_ATTRIBUTES)
+    {
+        if (GetTickCount() - dwStart > 30000)
+            return false;
+        Pump(20);
+    }
+    return true;
+}
+
+void MeasureRecords(BenchHost& host, HWND hWndEmpty)
+{
+    printf("a record the tool ignores, the whole way vs its parts (median of %d interleaved rounds of %d)\n",
+           kRounds, kTripsPerRound);
+    printf("%10s %12s %12s %8s %8s\n", "windows", "parts us", "record us", "ratio", "goal");
+    HWND hWndPlain = MakeTopLevel(kPlainClass);
+    int nWindows = 3; // frame, MDI client, editor
+    for (int nRow : {10, 100, 1000})
+    {
+        for (; nWindows < nRow; ++nWindows)
+            host.AddEditor();
+        // A frame made last is the registry's last window: the longest search.
+        HWND hWndLast = MakeTopLevel(kHostFrameClass);
+        Pump(500); // reported, and the tool has settled
+        std::vector<double> parts, records;
+        for (int i = 0; i < kRounds; ++i)
+        {
+            parts.push_back(TimeSends(hWndPlain, WM_COMMAND, kIgnoredCommand, kTripsPerRound) +
+                            TimeTrips(hWndEmpty, kTripsPerRound));
+            records.push_back(TimeSends(hWndLast, WM_COMMAND, kIgnoredCommand, kTripsPerRound));
+        }
+        const double dParts = Median(parts);
+        const double dRecord = Median(records);
+        printf("%10d %12.1f %12.1f %7.2fx %8s\n", nRow, dParts, dRecord, dRecord / dParts,
+               dRecord / dParts <= 1.2 ? "<=1.2 ok" : "MISSED");
+        DestroyWindow(hWndLast);
+        Pump(200);
+    }
+    DestroyWindow(hWndPlain);
 }
 
 int RunBench()
 {
-    WNDCLASSA wc = {};
-    wc.lpfnWndProc = TargetProc;
-    wc.hInstance = GetModuleHandleA(nullptr);
-    wc.lpszClassName = kTargetClass;
-    RegisterClassA(&wc);
-    std::vector<HWND> targets;
-    for (int i = 0; i < 1000; ++i)
-        targets.push_back(CreateWindowA(kTargetClass, "", WS_OVERLAPPED, 0, 0, 10, 10, nullptr, nullptr,
-                                        wc.hInstance, nullptr));
-
+    RegisterClasses();
     char szTemp[MAX_PATH] = {};
     GetTempPathA(MAX_PATH, szTemp);
-    const std::string strDir =
-        std::string(szTemp) + "qv_bench_" + std::to_string(GetCurrentProcessId()) + "\\";
+    const std::string strDir = std::string(szTemp) + "qv_bench_" + std::to_string(GetCurrentProcessId()) + "\\";
     CreateDirectoryA(strDir.c_str(), nullptr);
     CopyFileA((ExeDir() + "QUORVANT.exe").c_str(), (strDir + "QUORVANT.exe").c_str(), FALSE);
     CopyFileA((ExeDir() + "QUORVANT.dll").c_str(), (strDir + "QUORVANT.dll").c_str(), FALSE);
 
-    // The host windows exist before the tool starts, as the host IDE's do
-    // when the user starts the tool beside it.
-    BenchHost host;
-    const bool bHost = host.Create();
-    Partner empty;
-    Partner tool;
-    if (!empty.Start("\"" + ExeDir() + "QVBENCH.exe\" /empty", std::string(), kEmptyClass) ||
-        !tool.Start("\"" + strDir + "QUORVANT.exe\"", strDir, "TrayIconFrameClass"))
+    int nResult = 0;
     {
-        printf("could not start the partners\n");
-        return 2;
-    }
-    HWND hWndTool = tool.Window();
-    HWND hWndEmpty = empty.Window();
-    const HookRecord floorRecord = Ignored(targets[0]);
-    // Warm both paths up once.
-    TimeTrips(hWndEmpty, HOOK_MESSAGE_DONE, floorRecord, 200);
-    TimeTrips(hWndTool, HOOK_MESSAGE_DONE, floorRecord, 200);
-
-    printf("record handled by the tool vs a bare WM_COPYDATA trip (median of %d interleaved rounds of %d)\n",
-           kRounds, kTripsPerRound);
-    printf("%10s %12s %12s %8s %8s\n", "windows", "floor us", "record us", "ratio", "goal");
-    size_t nRegistered = 0;
-    for (size_t nWindows : {static_cast<size_t>(10), static_cast<size_t>(100), static_cast<size_t>(1000)})
-    {
-        for (; nRegistered < nWindows; ++nRegistered)
-            SendRecord(hWndTool, HOOK_CREATE, Creation(targets[nRegistered], KIND_CHILD));
-        const HookRecord record = Ignored(targets[nWindows - 1]);
-        std::vector<double> floors;
-        std::vector<double> records;
-        for (int i = 0; i < kRounds; ++i)
+        BenchHost host;
+        HWND hWndTwin = MakeTopLevel(kTwinClass);
+        Partner empty;
+        Partner tool;
+        if (!host.Create() || !hWndTwin || !empty.Start("\"" + ExeDir() + "QVBENCH.exe\" /empty", "", kEmptyClass) ||
+            !tool.Start("\"" + strDir + "QUORVANT.exe\"", strDir, "TrayIconFrameClass") || !host.WaitEntered())
         {
-            floors.push_back(TimeTrips(hWndEmpty, HOOK_MESSAGE_DONE, record, kTripsPerRound));
-            records.push_back(TimeTrips(hWndTool, HOOK_MESSAGE_DONE, record, kTripsPerRound));
+            printf("could not start the partners, or the library did not enter this process\n");
+            return 2;
         }
-        const double dFloor = Median(floors);
-        const double dRecord = Median(records);
-        printf("%10u %12.1f %12.1f %7.2fx %8s\n", static_cast<unsigned>(nWindows), dFloor, dRecord,
-               dRecord / dFloor, dRecord / dFloor <= 1.2 ? "<=1.2 ok" : "MISSED");
-    }
+        TimeTrips(empty.Window(), 200); // warm up
+        MeasureRecords(host, empty.Window());
 
-    // Every registered window reported gone: the bursts below run with the
-    // registry the tool has beside one host.
-    for (size_t i = 0; i < nRegistered; ++i)
-        SendRecord(hWndTool, HOOK_DESTROY, Creation(targets[i], 0));
-    SendRecord(hWndTool, HOOK_CREATE, Creation(targets[0], KIND_CHILD));
-
-    // The wheel burst over an editor, each round against its own parts so
-    // that the machine's load falls on both alike: the median of the rounds'
-    // ratios counts.
-    {
-        const bool bEntered = bHost && host.WaitEntered();
-        if (!bEntered)
-            printf("  the hook library did not enter this process: no burst through it\n");
-        std::vector<double> parts, direct, hooked, directRatios, hookedRatios;
-        std::vector<double> shapes;
-        BurstSteps directSteps, hookedSteps, shapeSteps; // of the last round
-        for (int i = 0; i < kBurstRounds; ++i)
-        {
-            const double dDirect = TimeBurst(
-                [&] {
-                    for (int n = 0; n < kNotches; ++n)
-                    {
-                        directSteps.notches.push_back(Now());
-                        SendRecord(hWndTool, HOOK_MESSAGE_DONE, Wheel(targets[0]));
-                    }
-                },
-                directSteps);
-            const double dHooked = bEntered ? TimeBurst([&] { WheelHost(host.Editor()); }, hookedSteps) : 0.0;
-            const double dShape = TimeBurst(
-                [&] {
-                    for (int n = 0; n < kNotches; ++n)
-                    {
-                        shapeSteps.notches.push_back(Now());
-                        SendRecord(hWndEmpty, HOOK_MESSAGE_DONE, Wheel(targets[0]));
-                    }
-                },
-                shapeSteps);
-            const double dTrips = TimeTrips(hWndEmpty, HOOK_MESSAGE_DONE, floorRecord, kNotches) * kNotches;
-            const double dLines = TimeVScrolls(hWndEmpty, kNotches * kLinesPerNotch);
-            const double dParts = (dTrips + dLines) / 1e3;
-            parts.push_back(dParts);
-            shapes.push_back(dShape);
-            direct.push_back(dDirect);
-            hooked.push_back(dHooked);
-            directRatios.push_back(dDirect / dParts);
-            hookedRatios.push_back(dHooked / dParts);
-        }
-        // Other programs' load only ever adds time: the fastest round of each
-        // is the steadiest estimate on a shared machine (the median of the
-        // rounds' own ratios is printed beside it).
-        auto fastest = [](const std::vector<double>& values) {
-            return *std::min_element(values.begin(), values.end());
-        };
-        printf("wheel burst of %d notches until the last WM_VSCROLL (fastest of %d interleaved rounds; in brackets "
-               "the median of each round against its own parts)\n",
+        printf("wheel burst of %d notches until the last line, vs a twin editor that scrolls itself "
+               "(fastest of %d interleaved rounds)\n",
                kNotches, kBurstRounds);
-        printf("  %-52s %8.2f ms\n", "parts: 50 record trips + 200 sent WM_VSCROLLs", fastest(parts));
-        printf("  %-52s %8.2f ms %6.2fx\n", "the same shape answered bare (no tool)", fastest(shapes),
-               fastest(shapes) / fastest(parts));
-        const double dDirectRatio = fastest(direct) / fastest(parts);
-        printf("  %-52s %8.2f ms %6.2fx (%.2fx)  goal <=1.2: %s\n", "records sent straight to the tool",
-               fastest(direct), dDirectRatio, Median(directRatios), dDirectRatio <= 1.2 ? "ok" : "MISSED");
-        if (bEntered)
+        PrintBurst("the tool running", MeasureBursts(host.Editor(), hWndTwin), true);
+        const char* pszStopDir = getenv("QV_BENCH_DIR");
+        if (pszStopDir && *pszStopDir)
         {
-            const double dHookedRatio = fastest(hooked) / fastest(parts);
-            printf("  %-52s %8.2f ms %6.2fx (%.2fx)  goal <=1.2: %s\n",
-                   "the whole way: host editor, hook library, tool", fastest(hooked), dHookedRatio,
-                   Median(hookedRatios), dHookedRatio <= 1.2 ? "ok" : "MISSED");
+            const std::string strStop = std::string(pszStopDir) + "\\";
+            if (Handshake(strStop, "ready", "stopped"))
+            {
+                PrintBurst("the tool stopped (SIGSTOP)", MeasureBursts(host.Editor(), hWndTwin), true);
+                Handshake(strStop, "done", "continued");
+                Pump(1000);
+                PrintBurst("the tool running on (SIGCONT)", MeasureBursts(host.Editor(), hWndTwin), true);
+            }
+            else
+            {
+                printf("  the script did not stop the tool\n");
+                nResult = 1;
+            }
         }
-        // What the tool and the library add is measured against the bare
-        // shape: lines sent into a host that waits for its record cost Wine
-        // more than lines sent to an idle thread, whoever answers the record.
-        printf("  %-52s %6.2fx straight, %.2fx the whole way\n", "against the bare shape",
-               fastest(direct) / fastest(shapes), bEntered ? fastest(hooked) / fastest(shapes) : 0.0);
-        printf("  %-52s %7s %7s %7s\n", "a notch, last round (median):", "1st line", "a line", "next");
-        shapeSteps.Print("the same shape answered bare (no tool)");
-        directSteps.Print("records sent straight to the tool");
-        if (bEntered)
-            hookedSteps.Print("the whole way");
-        const double dBareLine = TimeVScrolls(hWndEmpty, 200) / 200;
-        const double dBareTrip = TimeTrips(hWndEmpty, HOOK_MESSAGE_DONE, floorRecord, 200);
-        printf("  %-52s %7.1f %7.1f %7s us\n", "bare: a record trip, a sent WM_VSCROLL", dBareTrip, dBareLine, "");
+        tool.Stop(WM_COMMAND, 57665); // "&Exit" of the tray menu
+        empty.Stop();
+        DestroyWindow(hWndTwin);
     }
-    SendRecord(hWndTool, HOOK_DESTROY, Creation(targets[0], 0));
-    host.Destroy();
-    tool.Stop(WM_COMMAND, 57665); // "&Exit" of the tray menu
-    empty.Stop();
-    for (HWND hWnd : targets)
-        DestroyWindow(hWnd);
     DeleteFileA((strDir + "QUORVANT.INI").c_str());
     DeleteFileA((strDir + "QUORVANT.exe").c_str());
     DeleteFileA((strDir + "QUORVANT.dll").c_str());
     RemoveDirectoryA(strDir.c_str());
     fflush(stdout);
-    return 0;
+    return nResult;
 }
 } // namespace
 

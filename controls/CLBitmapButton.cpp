@@ -2,7 +2,6 @@
 
 #include "ButtonLook.h"
 #include "CDC.h"
-#include "CIcon.h"
 
 BEGIN_MESSAGE_MAP(CLBitmapButton, CButton)
     ON_WM_CREATE()
@@ -75,7 +74,6 @@ void CLBitmapButton::DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct)
     const CRect rectItem(lpDrawItemStruct->rcItem);
     const UINT nState = lpDrawItemStruct->itemState;
     const bool bText = !m_strText.IsEmpty();
-    const bool bDisabled = (nState & ODS_DISABLED) != 0;
     const bool bPressed = (nState & ODS_SELECTED) != 0;
     // Any state at all marks the button (focus, pressed). Newer systems add
     // the two keyboard-cue bits to every button while the cues are hidden;
@@ -100,41 +98,19 @@ void CLBitmapButton::DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct)
     }
 
     const int nShift = bPressed ? 1 : 0;
-    if (!bDisabled)
-    {
-        if (m_imageList.GetSafeHandle())
-            ImageList_Draw(m_imageList, 0, dc, rectImage.left + nShift, rectImage.top + nShift, ILD_TRANSPARENT);
-    }
-    else
-    {
-        CIcon icon(m_imageList.GetIcon(0));
-        if (icon.m_hIcon)
-            dc.DrawState(CPoint(rectImage.left, rectImage.top), m_sizeImage, icon.m_hIcon, DST_ICON | DSS_DISABLED);
-    }
+    if (m_imageList.GetSafeHandle())
+        ImageList_Draw(m_imageList, 0, dc, rectImage.left + nShift, rectImage.top + nShift, ILD_TRANSPARENT);
 
     if (bText)
     {
         CRect rectText(rectItem);
         rectText.left = rectImage.right;
-        if (!bDisabled)
-        {
-            OffsetRect(&rectText, nShift, nShift);
-            dc.DrawText(m_strText, &rectText, m_nFormat);
-        }
-        else
-        {
-            CRect rectEtch(rectText);
-            OffsetRect(&rectEtch, 1, 1);
-            const COLORREF clrOld = dc.SetTextColor(m_colors.clrHighlight);
-            dc.DrawText(m_strText, &rectEtch, m_nFormat);
-            dc.SetTextColor(m_colors.clrGrayText);
-            dc.DrawText(m_strText, &rectText, m_nFormat);
-            dc.SetTextColor(clrOld);
-        }
+        OffsetRect(&rectText, nShift, nShift);
+        dc.DrawText(m_strText, &rectText, m_nFormat);
     }
 
     CRect rectFrame(rectItem);
-    if (!bDisabled && bMarked)
+    if (bMarked)
     {
         CRect rectFocus(rectItem);
         InflateRect(&rectFocus, -4, -4);

@@ -1,7 +1,7 @@
 // An owner-drawn push button that shows a small image and its text in the
 // classic three-dimensional look: the image at the left followed by the
 // text (centred when there is no text); pressed, the contents move one pixel
-// down and right; disabled, the image is embossed and the text etched.
+// down and right.
 //
 // The button keeps a copy of its one image, so the list it was given may be
 // destroyed right after SetImage. It becomes owner-drawn by itself, whether

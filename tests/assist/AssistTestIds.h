@@ -20,7 +20,5 @@
 #define IDC_FLAG 301
 #define IDC_TAB 1000
 #define IDC_FLAT 1001
-#define IDC_FLATTEXT 1002
 #define IDC_OTHER 1003
 
-#define IDS_TOOLTIP 400

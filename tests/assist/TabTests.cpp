@@ -1,7 +1,7 @@
 // The Assist Window's tab control with its pages, on real windows: styles
 // taken over from a template, tabs named after the pages, one page shown at
 // a time, pages kept to the display area, validation on a tab change, data
-// exchange through the control, tool tips and images.
+// exchange through the control, and images.
 #include "AssistTestIds.h"
 #include "CDataExchange.h"
 #include "CModelessDialogEx.h"
@@ -149,7 +149,6 @@ TEST_CASE(tabs_sit_at_the_bottom_named_after_the_pages_which_fill_the_display_ar
 
     // The template had neither style: the takeover added both.
     CHECK((tab.GetStyle() & TCS_BOTTOM) != 0);
-    CHECK((tab.GetStyle() & TCS_TOOLTIPS) != 0);
 
     REQUIRE(tab.GetItemCount() == 3);
     CHECK_EQ(TabText(tab, 0), std::string("Alpha"));
@@ -364,84 +363,18 @@ TEST_CASE(pages_go_with_the_control_and_a_vanished_page_is_skipped)
 
 namespace
 {
-// A control made by the program, with a tool tip window of its own.
-class CToolTipHost : public CDialog
+// A control made by the program.
+class CPlainTabHost : public CDialog
 {
 public:
-    CToolTipHost() : CDialog(IDD_PLAIN, nullptr) {}
+    CPlainTabHost() : CDialog(IDD_PLAIN, nullptr) {}
     CTabCtrlEx m_tab;
 };
-
-// Asks the control's tool tip for the text of a tool, as it does before
-// showing a tip; empty when the control gave none.
-std::string AskToolTip(HWND hWndTip, HWND hWndTab, UINT_PTR nTool)
-{
-    TOOLINFOA info = {};
-    info.cbSize = sizeof(info);
-    info.hwnd = hWndTab;
-    info.uId = nTool;
-    info.lpszText = LPSTR_TEXTCALLBACKA;
-    SetRect(&info.rect, 0, 0, 10, 10);
-    SendMessageA(hWndTip, TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&info));
-
-    char szText[256] = {};
-    TOOLINFOA query = {};
-    query.cbSize = sizeof(query);
-    query.hwnd = hWndTab;
-    query.uId = nTool;
-    query.lpszText = szText;
-    SendMessageA(hWndTip, TTM_GETTEXTA, sizeof(szText), reinterpret_cast<LPARAM>(&query));
-    return query.lpszText && query.lpszText != LPSTR_TEXTCALLBACKA ? std::string(query.lpszText) : std::string();
-}
-
-// The tool tip's request as it reaches the control: the text it put in the
-// request's own buffer, empty when it did not answer.
-std::string SendNeedText(HWND hWndTab, UINT_PTR nTool)
-{
-    TOOLTIPTEXTA ttt = {};
-    ttt.hdr.hwndFrom = reinterpret_cast<HWND>(SendMessageA(hWndTab, TCM_GETTOOLTIPS, 0, 0));
-    ttt.hdr.idFrom = nTool;
-    ttt.hdr.code = TTN_NEEDTEXTA;
-    ttt.lpszText = ttt.szText;
-    SendMessageA(hWndTab, WM_NOTIFY, nTool, reinterpret_cast<LPARAM>(&ttt));
-    return ttt.szText;
-}
 } // namespace
-
-TEST_CASE(tool_tips_come_from_the_list_cut_to_79_characters)
-{
-    CToolTipHost host;
-    REQUIRE(host.Create(IDD_PLAIN));
-    REQUIRE(host.m_tab.Create(WS_CHILD | WS_VISIBLE, CRect(5, 5, 200, 100), &host, IDC_TAB));
-    CTabCtrlEx& tab = host.m_tab;
-    CHECK((tab.GetStyle() & TCS_TOOLTIPS) != 0);
-    CHECK((tab.GetStyle() & TCS_BOTTOM) == 0); // not asked for
-    tab.InsertItem(0, "One", -1);
-    tab.InsertItem(1, "Two", -1);
-
-    const std::string strLong(100, 'x');
-    tab.AddToolTip("First tab");
-    tab.AddToolTip(strLong.c_str());
-    tab.AddToolTip(IDS_TOOLTIP);
-    REQUIRE(tab.m_strToolTips.size() == 3u);
-    CHECK_EQ(std::string(tab.m_strToolTips[2]), std::string("Tip from the string table"));
-
-    // Through the control's own tool tip window.
-    HWND hWndTip = tab.GetToolTips();
-    REQUIRE(hWndTip != nullptr);
-    CHECK_EQ(AskToolTip(hWndTip, tab.m_hWnd, 0), std::string("First tab"));
-    CHECK_EQ(AskToolTip(hWndTip, tab.m_hWnd, 1), std::string(79, 'x'));
-    CHECK_EQ(AskToolTip(hWndTip, tab.m_hWnd, 7), std::string());
-
-    // The request itself: answered for tools in the list, not beyond it.
-    CHECK_EQ(SendNeedText(tab.m_hWnd, 2), std::string("Tip from the string table"));
-    CHECK_EQ(SendNeedText(tab.m_hWnd, 3), std::string());
-    host.DestroyWindow();
-}
 
 TEST_CASE(an_image_list_gives_existing_tabs_their_images_in_order)
 {
-    CToolTipHost host;
+    CPlainTabHost host;
     REQUIRE(host.Create(IDD_PLAIN));
     REQUIRE(host.m_tab.Create(WS_CHILD | WS_VISIBLE, CRect(5, 5, 200, 100), &host, IDC_TAB));
     CTabCtrlEx& tab = host.m_tab;

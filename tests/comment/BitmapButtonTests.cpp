@@ -93,15 +93,6 @@ bool ImageAt(const kit::Canvas& canvas, int nImage, int x, int y)
     return true;
 }
 
-bool HasColor(const kit::Canvas& canvas, int x0, int y0, int x1, int y1, COLORREF clr)
-{
-    for (int y = y0; y < y1; ++y)
-        for (int x = x0; x < x1; ++x)
-            if (canvas.Pixel(x, y) == clr)
-                return true;
-    return false;
-}
-
 // The colours of one ring of the frame, inset by n: top-left and bottom-right.
 void CheckRing(const kit::Canvas& canvas, int n, COLORREF clrTopLeft, COLORREF clrBottomRight)
 {
@@ -118,17 +109,6 @@ bool FocusRectangle(const kit::Canvas& canvas)
     return FindInk(canvas, 4, 5, 4, kHeight - 4).Any();
 }
 } // namespace
-
-TEST_CASE(the_strip_gives_22_images_of_16_pixels)
-{
-    CImages images;
-    CHECK_EQ(images.GetImageCount(), 22);
-    IMAGEINFO info = {};
-    CHECK(images.GetImageInfo(21, &info));
-    CHECK_EQ(info.rcImage.right - info.rcImage.left, 16);
-    CHECK_EQ(info.rcImage.bottom - info.rcImage.top, 16);
-    CHECK(!images.GetImageInfo(22, &info));
-}
 
 TEST_CASE(the_image_keeps_equal_margins_and_the_text_follows_it_centred_on_one_line)
 {
@@ -190,27 +170,6 @@ TEST_CASE(focused_shows_a_dark_outer_ring_raised_inner_rings_and_the_focus_recta
     CHECK(!FocusRectangle(cues));
 }
 
-TEST_CASE(disabled_draws_an_embossed_image_etched_grey_text_and_no_focus)
-{
-    Button b(" Paste", BS_LEFT);
-    REQUIRE(b.ok);
-    const int nMargin = (kHeight - 16) / 2;
-    Rendering r(b.button, ODS_DISABLED | ODS_FOCUS);
-    Rendering enabled(b.button, 0);
-    CHECK(!ImageAt(r, 1, nMargin, nMargin));
-    // The check mark's greens are gone; the embossed picture is drawn in the
-    // frame's colours.
-    CHECK(HasColor(enabled, nMargin, nMargin, nMargin + 16, nMargin + 16, RGB(0, 255, 0)));
-    CHECK(!HasColor(r, nMargin, nMargin, nMargin + 16, nMargin + 16, RGB(0, 255, 0)));
-    CHECK(FindInk(r, nMargin, nMargin + 16, nMargin, nMargin + 16).Any());
-    // The text: grey, with the light copy one pixel down and right.
-    CHECK(HasColor(r, nMargin + 16, 3, kWidth - 3, kHeight - 3, GetSysColor(COLOR_GRAYTEXT)));
-    CHECK(HasColor(r, nMargin + 16, 3, kWidth - 3, kHeight - 3, GetSysColor(COLOR_3DHILIGHT)));
-    CHECK(!HasColor(r, nMargin + 16, 3, kWidth - 3, kHeight - 3, GetSysColor(COLOR_BTNTEXT)));
-    CheckRing(r, 0, GetSysColor(COLOR_3DHILIGHT), GetSysColor(COLOR_3DDKSHADOW));
-    CHECK(!FocusRectangle(r));
-}
-
 TEST_CASE(new_window_text_is_drawn_and_an_unknown_image_draws_none)
 {
     Button b(" Paste", BS_LEFT);
@@ -233,49 +192,6 @@ TEST_CASE(new_window_text_is_drawn_and_an_unknown_image_draws_none)
     CHECK(!none.SetImage(&images, 22));
     Rendering r(none, 0);
     CHECK(!FindInk(r, 3, kWidth - 3).Any());
-}
-
-TEST_CASE(the_alignment_styles_place_the_text)
-{
-    const int nTextLeft = (kHeight - 16) / 2 + 16;
-    struct Case
-    {
-        const char* pszName;
-        DWORD dwStyle;
-        int nExpectedCentre; // of the text's ink, in x
-    };
-    const Case cases[] = {
-        {"BS_CENTER", BS_CENTER, (nTextLeft + kWidth) / 2},
-        {"no alignment", 0, (nTextLeft + kWidth) / 2},
-        {"BS_LEFT", BS_LEFT, -1},
-        {"BS_RIGHT", BS_RIGHT, -2},
-    };
-    for (const Case& c : cases)
-    {
-        printf("  %s\n", c.pszName);
-        Button b("II", c.dwStyle);
-        REQUIRE(b.ok);
-        Rendering r(b.button, 0);
-        const Ink text = FindInk(r, nTextLeft, kWidth - 3);
-        REQUIRE(text.Any());
-        if (c.nExpectedCentre == -1)
-            CHECK(text.nLeft - nTextLeft <= 2);
-        else if (c.nExpectedCentre == -2)
-            CHECK(kWidth - 1 - text.nRight <= 4);
-        else
-            CHECK(std::abs((text.nLeft + text.nRight) / 2 - c.nExpectedCentre) <= 2);
-    }
-
-    // BS_MULTILINE breaks the text at its line break; otherwise one line.
-    Button single("I\nI", BS_LEFT);
-    Button multi("I\nI", BS_LEFT | BS_MULTILINE);
-    REQUIRE(single.ok && multi.ok);
-    Rendering r1(single.button, 0);
-    Rendering r2(multi.button, 0);
-    const Ink ink1 = FindInk(r1, nTextLeft, kWidth - 3);
-    const Ink ink2 = FindInk(r2, nTextLeft, kWidth - 3);
-    REQUIRE(ink1.Any() && ink2.Any());
-    CHECK(ink2.nBottom - ink2.nTop > ink1.nBottom - ink1.nTop + 4);
 }
 
 TEST_CASE(changed_system_colours_are_drawn_after_the_change_is_announced)

@@ -409,68 +409,81 @@ const UINT kAllQuietMessages[] = {WM_MOUSEMOVE, WM_TIMER, WM_NCHITTEST, WM_SETCU
 const int kQuietSends = 3000; // of each, per block
 const int kQuietPosts = 100;  // of each, per block
 
+// Microseconds per message, by the message's place in kQuietMessages.
 struct Stream
 {
-    double dSentWatched = 0;   // microseconds per message
-    double dSentUnwatched = 0;
-    double dPostedWatched = 0;
-    double dPostedUnwatched = 0;
+    double sentWatched[3] = {};
+    double sentUnwatched[3] = {};
+    double postedWatched[3] = {};
+    double postedUnwatched[3] = {};
+
+    // The four columns, each the mean over the three kinds (or one kind).
+    double SentWatched(int nKind = -1) const { return Of(sentWatched, nKind); }
+    double SentUnwatched(int nKind = -1) const { return Of(sentUnwatched, nKind); }
+    double PostedWatched(int nKind = -1) const { return Of(postedWatched, nKind); }
+    double PostedUnwatched(int nKind = -1) const { return Of(postedUnwatched, nKind); }
+
+    static double Of(const double (&values)[3], int nKind)
+    {
+        return nKind >= 0 ? values[nKind] : (values[0] + values[1] + values[2]) / 3;
+    }
 };
-
-double SendQuiet(HWND hWnd)
-{
-    double dSum = 0;
-    for (UINT uMsg : kQuietMessages)
-        dSum += MicrosPerSend(hWnd, uMsg, 0, kQuietSends);
-    return dSum / 3;
-}
-
-double PostQuiet(HWND hWnd)
-{
-    double dSum = 0;
-    for (UINT uMsg : kQuietMessages)
-        dSum += MicrosPerPost(hWnd, uMsg, kQuietPosts);
-    return dSum / 3;
-}
 
 // One block of the stream: watched and unwatched in turn, so that the
 // machine's load falls on both alike.
 Stream MeasureBlock(const BenchHost& host)
 {
     Stream s;
-    s.dSentWatched = SendQuiet(host.Child());
-    s.dSentUnwatched = SendQuiet(host.Plain());
-    s.dPostedWatched = PostQuiet(host.Child());
-    s.dPostedUnwatched = PostQuiet(host.Plain());
+    for (int i = 0; i < 3; ++i)
+    {
+        s.sentWatched[i] = MicrosPerSend(host.Child(), kQuietMessages[i], 0, kQuietSends);
+        s.sentUnwatched[i] = MicrosPerSend(host.Plain(), kQuietMessages[i], 0, kQuietSends);
+    }
+    for (int i = 0; i < 3; ++i)
+    {
+        s.postedWatched[i] = MicrosPerPost(host.Child(), kQuietMessages[i], kQuietPosts);
+        s.postedUnwatched[i] = MicrosPerPost(host.Plain(), kQuietMessages[i], kQuietPosts);
+    }
     return s;
+}
+
+// Every column of every kind combined over the blocks: the mean, or the
+// quickest block (other programs' load only ever adds time, so the minimum
+// is the steadiest estimate on a shared machine).
+template <typename Combine> Stream Combined(const std::vector<Stream>& blocks, Combine fnCombine)
+{
+    Stream out = blocks.front();
+    for (int i = 0; i < 3; ++i)
+    {
+        std::vector<double> columns[4];
+        for (const Stream& s : blocks)
+        {
+            columns[0].push_back(s.sentWatched[i]);
+            columns[1].push_back(s.sentUnwatched[i]);
+            columns[2].push_back(s.postedWatched[i]);
+            columns[3].push_back(s.postedUnwatched[i]);
+        }
+        out.sentWatched[i] = fnCombine(columns[0]);
+        out.sentUnwatched[i] = fnCombine(columns[1]);
+        out.postedWatched[i] = fnCombine(columns[2]);
+        out.postedUnwatched[i] = fnCombine(columns[3]);
+    }
+    return out;
 }
 
 Stream Average(const std::vector<Stream>& blocks)
 {
-    Stream sum;
-    for (const Stream& s : blocks)
-    {
-        sum.dSentWatched += s.dSentWatched / blocks.size();
-        sum.dSentUnwatched += s.dSentUnwatched / blocks.size();
-        sum.dPostedWatched += s.dPostedWatched / blocks.size();
-        sum.dPostedUnwatched += s.dPostedUnwatched / blocks.size();
-    }
-    return sum;
+    return Combined(blocks, [](const std::vector<double>& v) {
+        double dSum = 0;
+        for (double d : v)
+            dSum += d;
+        return dSum / static_cast<double>(v.size());
+    });
 }
 
-// The quickest block of each column: other programs' load only ever adds
-// time, so the minimum is the steadiest estimate on a shared machine.
 Stream Fastest(const std::vector<Stream>& blocks)
 {
-    Stream best = blocks.front();
-    for (const Stream& s : blocks)
-    {
-        best.dSentWatched = std::min(best.dSentWatched, s.dSentWatched);
-        best.dSentUnwatched = std::min(best.dSentUnwatched, s.dSentUnwatched);
-        best.dPostedWatched = std::min(best.dPostedWatched, s.dPostedWatched);
-        best.dPostedUnwatched = std::min(best.dPostedUnwatched, s.dPostedUnwatched);
-    }
-    return best;
+    return Combined(blocks, [](const std::vector<double>& v) { return *std::min_element(v.begin(), v.end()); });
 }
 
 std::vector<Stream> MeasureFor(const BenchHost& host, double dSeconds)
@@ -482,11 +495,12 @@ std::vector<Stream> MeasureFor(const BenchHost& host, double dSeconds)
     return blocks;
 }
 
-void PrintRow(const char* pszWhat, const Stream& base, const Stream& s)
+void PrintRow(const char* pszWhat, const Stream& base, const Stream& s, int nKind = -1)
 {
-    printf("%-34s %9.3fx %9.3fx %9.3fx %9.3fx   %+8.1f ns\n", pszWhat, s.dSentUnwatched / base.dSentUnwatched,
-           s.dSentWatched / base.dSentWatched, s.dPostedUnwatched / base.dPostedUnwatched,
-           s.dPostedWatched / base.dPostedWatched, (s.dSentWatched - base.dSentWatched) * 1e3);
+    printf("%-34s %9.3fx %9.3fx %9.3fx %9.3fx   %+8.1f ns\n", pszWhat,
+           s.SentUnwatched(nKind) / base.SentUnwatched(nKind), s.SentWatched(nKind) / base.SentWatched(nKind),
+           s.PostedUnwatched(nKind) / base.PostedUnwatched(nKind), s.PostedWatched(nKind) / base.PostedWatched(nKind),
+           (s.SentWatched(nKind) - base.SentWatched(nKind)) * 1e3);
 }
 
 // Microseconds per sent message, each message alone, to a window.
@@ -541,21 +555,31 @@ int RunRatios()
     printf("entered by the library: %s (%.0f ms after the tool started)\n", dEntered > 0 ? "yes" : "NO",
            dEntered > 0 ? (dEntered - dLaunched) * 1e3 : 0.0);
     printf("messages not acted on (%s), without the hook: sent %.3f us, posted %.3f us\n",
-           "WM_MOUSEMOVE, WM_TIMER, WM_NCHITTEST", base.dSentWatched, base.dPostedWatched);
+           "WM_MOUSEMOVE, WM_TIMER, WM_NCHITTEST", base.SentWatched(), base.PostedWatched());
     printf("%-34s %10s %10s %10s %10s   %11s\n", "ratio to no hook", "sent", "sent", "posted", "posted",
            "added/msg");
     printf("%-34s %10s %10s %10s %10s   %11s\n", "", "unwatched", "watched", "unwatched", "watched", "sent, watched");
-    PrintRow("first second after the install", base, Average(first)); // all of it counts
-    PrintRow("steady state (fastest blocks)", base, Fastest(steady));
+    const Stream firstAverage = Average(first); // all of it counts
+    PrintRow("first second after the install", base, firstAverage);
     const char* names[] = {"WM_MOUSEMOVE", "WM_TIMER", "WM_NCHITTEST", "WM_SETCURSOR"};
+    for (int i = 0; i < 3; ++i)
+    {
+        const std::string strRow = std::string("  of which ") + names[i];
+        PrintRow(strRow.c_str(), base, firstAverage, i);
+    }
+    PrintRow("steady state (fastest blocks)", base, Fastest(steady));
     for (size_t i = 0; i < 4; ++i)
         printf("  sent %-13s watched %8.2f -> %8.2f us, unwatched %8.2f -> %8.2f us\n", names[i], watchedAlone[i],
                watchedHooked[i], unwatchedAlone[i], unwatchedHooked[i]);
     const Stream steadyAverage = Fastest(steady);
-    const double dUnwatched = steadyAverage.dSentUnwatched / base.dSentUnwatched;
-    printf("goal: unwatched <= 1.03x the unhooked time: sent %.3fx, posted %.3fx (%s)\n", dUnwatched,
-           steadyAverage.dPostedUnwatched / base.dPostedUnwatched,
-           dUnwatched <= 1.03 && steadyAverage.dPostedUnwatched / base.dPostedUnwatched <= 1.03 ? "met" : "MISSED");
+    const double dUnwatched = steadyAverage.SentUnwatched() / base.SentUnwatched();
+    const double dPosted = steadyAverage.PostedUnwatched() / base.PostedUnwatched();
+    printf("goal: unwatched <= 1.03x the unhooked time: sent %.3fx, posted %.3fx (%s)\n", dUnwatched, dPosted,
+           dUnwatched <= 1.03 && dPosted <= 1.03 ? "met" : "MISSED");
+    const double dFirstSent = firstAverage.SentUnwatched() / base.SentUnwatched();
+    const double dFirstPosted = firstAverage.PostedUnwatched() / base.PostedUnwatched();
+    printf("goal: the first second <= 1.1x: sent %.3fx, posted %.3fx (%s)\n", dFirstSent, dFirstPosted,
+           dFirstSent <= 1.1 && dFirstPosted <= 1.1 ? "met" : "MISSED");
     fflush(stdout);
     return dEntered > 0 ? 0 : 1;
 }

@@ -50,15 +50,16 @@ WORD OwnMachine()
 #endif
 }
 
-// The keys of the README's settings table: rows that start with | `Key`.
+// The keys of the README's table of section `Settings`: its rows that start
+// with | `Key` (the user tools' table that follows is not that section).
 std::set<std::string> ReadmeSettingKeys(const std::string& strReadme)
 {
     std::set<std::string> keys;
     bool bInSettings = false;
     for (const std::string& strLine : SplitLines(ReadTextFile(strReadme)))
     {
-        if (strLine.compare(0, 3, "## ") == 0)
-            bInSettings = strLine == "## Settings";
+        if (strLine.compare(0, 3, "## ") == 0 || strLine.compare(0, 6, "| Key ") == 0)
+            bInSettings = strLine.find("section `Settings`") != std::string::npos;
         if (bInSettings && strLine.compare(0, 3, "| `") == 0)
             keys.insert(strLine.substr(3, strLine.find('`', 3) - 3));
     }

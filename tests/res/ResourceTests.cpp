@@ -59,16 +59,6 @@ struct GdiObject
     }
 };
 
-struct Menu
-{
-    HMENU h;
-    ~Menu()
-    {
-        if (h)
-            DestroyMenu(h);
-    }
-};
-
 // The strip as the tool makes it: bitmap 128, images 16 wide, no growth,
 // magenta masked.
 HIMAGELIST LoadStrip()
@@ -91,40 +81,8 @@ bool ReadStripPixels(Canvas& canvas)
     return bDone != FALSE;
 }
 
-std::string MenuString(HMENU hMenu, int nPos)
-{
-    char sz[256] = {};
-    GetMenuStringA(hMenu, nPos, sz, sizeof(sz), MF_BYPOSITION);
-    return sz;
-}
 
-// A popup's items as one line: "text=id|-|text=id", "-" for a separator.
-std::string DescribeItems(HMENU hPopup)
-{
-    std::string str;
-    const int nCount = GetMenuItemCount(hPopup);
-    for (int i = 0; i < nCount; ++i)
-    {
-        if (i)
-            str += "|";
-        MENUITEMINFOA mii = {};
-        mii.cbSize = sizeof(mii);
-        mii.fMask = MIIM_FTYPE | MIIM_ID | MIIM_SUBMENU;
-        GetMenuItemInfoA(hPopup, i, TRUE, &mii);
-        if (mii.fType & MFT_SEPARATOR)
-            str += "-";
-        else
-            str += MenuString(hPopup, i) + "=" + std::to_string(mii.wID) + (mii.hSubMenu ? "(popup)" : "");
-    }
-    return str;
-}
 
-std::string LoadResString(UINT nID)
-{
-    char sz[512] = {};
-    LoadStringA(Module(), nID, sz, sizeof(sz));
-    return sz;
-}
 
 #pragma pack(push, 2)
 struct GroupIconHeader
@@ -267,67 +225,6 @@ TEST_CASE(image_0_is_a_red_round_sign)
     CHECK(hIcon != nullptr);
     if (hIcon)
         DestroyIcon(hIcon);
-}
-
-// ------------------------------------------------------------ menus
-
-TEST_CASE(context_menu_popups_are_the_node_class_names_in_order)
-{
-    Menu menu = {LoadMenuA(Module(), MAKEINTRESOURCEA(102))};
-    REQUIRE(menu.h != nullptr);
-    const char* const apszTitles[] = {"CProjectTreeItem", "CSourceFilesTreeItem", "CHeaderFilesTreeItem",
-                                      "CFileTreeItem",    "CWindowsTreeItem",     "CWindowTreeItem",
-                                      "CWatchTreeItem"};
-    REQUIRE(GetMenuItemCount(menu.h) == 7);
-    for (int i = 0; i < 7; ++i)
-    {
-        CHECK_EQ(MenuString(menu.h, i), std::string(apszTitles[i]));
-        CHECK(GetSubMenu(menu.h, i) != nullptr);
-    }
-}
-
-TEST_CASE(context_menu_items_carry_their_texts_and_ids)
-{
-    Menu menu = {LoadMenuA(Module(), MAKEINTRESOURCEA(102))};
-    REQUIRE(menu.h != nullptr);
-    REQUIRE(GetMenuItemCount(menu.h) == 7);
-    const char* const apszItems[] = {
-        "&New Project...=32773|&Open Project...=32774|&Edit Project...=32775|&Close Project=32776|"
-        "&Save Project=32777|-|&Build=32780|-|&Hide Assist Window=32781|Close &All Windows=32782",
-        "&New=32773|&Open...=32774|&Save All=32778|&Build=32780|-|&Hide Assist Window=32781|"
-        "Close &All Windows=32782",
-        "&New=32773|&Open...=32774|&Save All=32778|-|&Hide Assist Window=32781|Close &All Windows=32782",
-        "&Open=32774|&External Editor=32779|&Close=32776|&Build Node=32780|-|&Hide Assist Window=32781|"
-        "Close &All Windows=32782",
-        "&Open=32774|&Save=32777|-|&Hide Assist Window=32781|Close &All Windows=32782",
-        "&Open=32774|&Close=32776|-|&Hide Assist Window=32781|Close &All Windows=32782",
-        "&New Watch...=32773|&Open Watch...=32774|-|&Hide Assist Window=32781|Close &All Windows=32782",
-    };
-    for (int i = 0; i < 7; ++i)
-        CHECK_EQ(DescribeItems(GetSubMenu(menu.h, i)), std::string(apszItems[i]));
-}
-
-TEST_CASE(tray_and_assist_menus_hold_their_commands)
-{
-    Menu tray = {LoadMenuA(Module(), MAKEINTRESOURCEA(100))};
-    REQUIRE(tray.h != nullptr);
-    CHECK_EQ(GetMenuItemCount(tray.h), 1);
-    CHECK_EQ(DescribeItems(GetSubMenu(tray.h, 0)), std::string("&About QUORVANT=32801|&Edit Settings=32802|Start with &Windows=32800|-|E&xit=57665"));
-
-    Menu assist = {LoadMenuA(Module(), MAKEINTRESOURCEA(101))};
-    REQUIRE(assist.h != nullptr);
-    CHECK_EQ(GetMenuItemCount(assist.h), 1);
-    // The host frame item appends this popup under the text it reads here.
-    CHECK_EQ(MenuString(assist.h, 0), std::string("&Assist"));
-    CHECK_EQ(DescribeItems(GetSubMenu(assist.h, 0)), std::string("&Assist Window=32771"));
-}
-
-// ------------------------------------------------------------ strings
-
-TEST_CASE(strings_hold_the_tip_and_the_command_prompt)
-{
-    CHECK_EQ(LoadResString(100), std::string("QUORVANT"));
-    CHECK_EQ(LoadResString(32771), std::string("Toggle View Assist Window\nView Assist Window"));
 }
 
 // ------------------------------------------------------------ icon

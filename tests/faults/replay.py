@@ -1,0 +1,100 @@
+#!/usr/bin/env python3
+"""One-line faults of the product, each applied alone, built and run against
+the tests that should catch it: a fault that leaves its tests green is a hole
+in the suite. The working tree is restored after each fault.
+
+    tests/faults/replay.py            every fault
+    tests/faults/replay.py 3 7        faults 3 and 7
+
+"unit" runs scripts/unit; anything else is a ctest pattern for
+scripts/test-some (x86_64 on a private display). Prints one line per fault:
+CAUGHT or MISSED, and exits 1 when any was missed.
+"""
+import os
+import subprocess
+import sys
+
+ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+
+# (what goes wrong, file, exact text, faulty text, tests that must go red)
+FAULTS = [
+    ("an editor notch scrolls half its lines", "hook/WheelRule.cpp",
+     "nMagnitude / nStep", "nMagnitude / (2 * nStep)", ["unit", "test_items"]),
+    ("a notch over a view's text scrolls the text, not the view", "hook/WheelRule.cpp",
+     "scroll.bParent = true;", "scroll.bParent = false;", ["unit", "test_items"]),
+    ("the clipboard is not given its content back", "comment/CClipboardContent.cpp",
+     "if (SetClipboardData(format.nFormat, format.hData))", "if (false)", ["test_comment$"]),
+    ("the project path is the title's second word", "framework/TextWords.cpp",
+     "const int kPathWord = 2;", "const int kPathWord = 1;", ["unit", "test_page"]),
+    ("a file changed on disk is never reloaded", "project/CFileTreeItem.cpp",
+     "return status.m_mtime != m_timeModified;", "return false && status.m_mtime != m_timeModified;",
+     ["test_kinds"]),
+    ("a click in a text pane focuses the pane, not its MDI child", "hostlink/CTextWndItem.cpp",
+     "RequestHostFocus(GetParent(m_hWnd));", "RequestHostFocus(m_hWnd);", ["test_items"]),
+    ("the drop block's file list starts a byte late", "hook/CHostRequests.cpp",
+     "pHeader->pFiles = sizeof(DROPFILES);", "pHeader->pFiles = sizeof(DROPFILES) + 1;", ["test_kinds"]),
+    ("a second copy of the tool starts as well", "app/CApp.cpp",
+     "if (!g_mutexSingleInstance.Lock(0))\n        return FALSE;",
+     "if (!g_mutexSingleInstance.Lock(0) && false)\n        return FALSE;", ["test_app$"]),
+    ("a destroyed window is never reported", "hook/CHostSession.cpp",
+     "    if (m_bEntered && !m_bLeaving)\n        m_reporter.ReportGone(hWnd);",
+     "    if (false)\n        m_reporter.ReportGone(hWnd);", ["test_hook$"]),
+    ("a drop of a device name is let through", "hook/RequestRules.cpp",
+     "            if (IsDeviceName(pPart, static_cast<size_t>(p - pPart)))\n                return false;",
+     "            if (false)\n                return false;", ["unit"]),
+    ("a user tool that names a file runs without one", "app/CApp.cpp",
+     "if (tool.NeedsFile() && strFileName.IsEmpty())", "if (false && tool.NeedsFile() && strFileName.IsEmpty())",
+     ["test_tools"]),
+    ("the exit overwrites what the user changed in the settings file", "app/CApp.cpp",
+     "void CApp::SaveSettings()\n{\n    ReloadSettings();", "void CApp::SaveSettings()\n{\n", ["test_tools"]),
+    ("the menu bar is changed under an open host menu", "hook/CHostRequests.cpp",
+     "return GetGUIThreadInfo(", "return false && GetGUIThreadInfo(", ["test_tools"]),
+    ("a full log is thrown away, not kept as the older copy", "framework/CLogFile.cpp",
+     "MoveFileExA(m_strPath, OlderCopyPath(m_strPath), MOVEFILE_REPLACE_EXISTING);", "DeleteFileA(m_strPath);",
+     ["test_tools"]),
+    ("the frame's WM_SIZE carries no size", "hook/HostIde.h",
+     "MAKELPARAM(rect.right - rect.left, rect.bottom - rect.top)", "0", ["test_dock"]),
+    ("the Run value is left pointing at another copy", "app/StartWithWindows.cpp",
+     'return CString("\\"") + szPath + "\\"";', 'return CString("\\"C:\\\\elsewhere\\\\QUORVANT.exe\\"");',
+     ["test_app$"]),
+]
+
+
+def run(tests):
+    for test in tests:
+        if test == "unit":
+            command = [os.path.join(ROOT, "scripts/unit")]
+        else:
+            command = [os.path.join(ROOT, "scripts/test-some"), test]
+        if subprocess.run(command, cwd=ROOT, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode != 0:
+            return test
+    return None
+
+
+def main():
+    chosen = [int(a) for a in sys.argv[1:]] or range(1, len(FAULTS) + 1)
+    missed = 0
+    for number in chosen:
+        what, path, good, bad, tests = FAULTS[number - 1]
+        full = os.path.join(ROOT, path)
+        with open(full, encoding="utf-8") as f:
+            text = f.read()
+        if good not in text:
+            print("%2d FAULT DOES NOT APPLY: %s (%s)" % (number, what, path))
+            missed += 1
+            continue
+        with open(full, "w", encoding="utf-8") as f:
+            f.write(text.replace(good, bad, 1))
+        try:
+            red = run(tests)
+        finally:
+            with open(full, "w", encoding="utf-8") as f:
+                f.write(text)
+        print("%2d %s: %s%s" % (number, "CAUGHT" if red else "MISSED", what, " (by %s)" % red if red else ""),
+              flush=True)
+        missed += 0 if red else 1
+    return 1 if missed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
