@@ -125,11 +125,10 @@ void CHostSession::Enter(HMODULE hModule, HWND hWndTool, const uint32_t key[2], 
     }
     if (!m_bPinned)
         return; // no subclass without the library staying: the host is not entered
-    // Only DestroyWindow makes a window go; a WM_NCDESTROY that any thread
-    // can send does not (see IsBeingDestroyed). A hook of the host's thread
-    // sees each DestroyWindow.
+    // Only DestroyWindow makes a window go, not a forged WM_NCDESTROY.
     m_destroyWatch.Start(hModule, m_hostThread.Id());
     m_reporter.Open(hWndTool, key);
+    m_toolWatch.Start(hWndTool);
     m_nWheelStep = nWheelStep;
     m_uHookedKey = 0;
     m_bEntered = true;
@@ -192,6 +191,7 @@ void CHostSession::Leave(bool bReport)
         m_hKeyboardHook = nullptr;
     }
     m_reporter.Close();
+    m_toolWatch.Stop();
     m_bEntered = false;
     m_bLeaving = false;
     m_destroyWatch.StopWhenEmpty();
@@ -431,7 +431,7 @@ template <bool bUnicode> LRESULT CHostSession::OnMessage(HWND hWnd, UINT uMsg, W
         --m_nWheelDepth;
         // A tool that has ended takes its scrolling along: the host is as
         // it was without it.
-        if (m_nWheelStep && !IsWindow(m_reporter.Channel().Tool()))
+        if (m_nWheelStep && m_toolWatch.IsToolGone())
             Leave(false);
         else if (m_nWheelStep)
             Scroll(hWnd, nKind, wParam); // the host's own thread: no wait for the tool

@@ -9,6 +9,7 @@
 #include "CDestroyWatch.h"
 #include "CHostRequests.h"
 #include "CRecordReporter.h"
+#include "CToolWatch.h"
 #include "CWatchTable.h"
 #include "HostWindows.h"
 
@@ -64,6 +65,7 @@ private:
     CHostRequests m_requests;
     CRecordReporter m_reporter;
     CDestroyWatch m_destroyWatch;
+    CToolWatch m_toolWatch;
     HostWindows::CHostThread m_hostThread;
     bool m_bEntered = false;
     bool m_bLeaving = false;
