@@ -29,18 +29,10 @@ void CRecordReporter::ReportGone(HWND hWnd)
         return;
     }
     const HookRecord record = {0, Word(hWnd), 0, 0, 0, {0, 0}};
-    switch (m_channel.Send(HOOK_DESTROY, record, hWnd))
+    if (Delivered(m_channel.Send(HOOK_DESTROY, record, hWnd)))
     {
-    case SEND_DELIVERED:
         if (WatchEntry* pGone = m_table.FindGone(hWnd))
             m_table.Remove(pGone);
-        break;
-    case SEND_HUNG:
-        OnToolSilent();
-        break;
-    case SEND_NO_TOOL:
-        m_owner.OnToolGone();
-        break;
     }
 }
 
@@ -92,11 +84,9 @@ void CRecordReporter::ReportCreate(HWND hWnd)
     // Marked before sending: the tool may send the window messages, or even
     // have it destroyed, while it handles the record.
     pEntry->nReport = REPORT_SENT;
-    switch (m_channel.Send(HOOK_CREATE, record, hWnd))
+    const SendResult result = m_channel.Send(HOOK_CREATE, record, hWnd);
+    if (result == SEND_HUNG)
     {
-    case SEND_DELIVERED:
-        break;
-    case SEND_HUNG:
         // Unanswered: the record may still be handled when the tool wakes
         // up, or may have been dropped. Catching up later sends a destroy
         // (harmless when the tool never had the window) before a new create.
@@ -107,12 +97,8 @@ void CRecordReporter::ReportCreate(HWND hWnd)
             pLater->nReport = REPORT_UNCERTAIN;
         else if (WatchEntry* pGone = m_table.FindGone(hWnd))
             pGone->nReport = REPORT_UNCERTAIN;
-        OnToolSilent();
-        break;
-    case SEND_NO_TOOL:
-        m_owner.OnToolGone();
-        break;
     }
+    Delivered(result);
 }
 
 void CRecordReporter::ReportMessage(UINT nCode, HWND hWnd, UINT uMsg, WPARAM wParam, UINT nFlags)
@@ -128,17 +114,16 @@ void CRecordReporter::ReportMessage(UINT nCode, HWND hWnd, UINT uMsg, WPARAM wPa
     if (!pEntry || pEntry->nState != STATE_WATCHED || pEntry->nReport != REPORT_SENT)
         return; // the tool has no item for it: nothing would act on the record
     const HookRecord record = {0, Word(hWnd), uMsg, static_cast<uint32_t>(wParam), nFlags, {0, 0}};
-    switch (m_channel.Send(nCode, record, hWnd))
-    {
-    case SEND_DELIVERED:
-        break;
-    case SEND_HUNG:
+    Delivered(m_channel.Send(nCode, record, hWnd));
+}
+
+bool CRecordReporter::Delivered(SendResult result)
+{
+    if (result == SEND_HUNG)
         OnToolSilent();
-        break;
-    case SEND_NO_TOOL:
+    else if (result == SEND_NO_TOOL)
         m_owner.OnToolGone();
-        break;
-    }
+    return result == SEND_DELIVERED;
 }
 
 void CRecordReporter::OnToolSilent()

@@ -55,6 +55,9 @@ public:
 
 private:
     bool ReportLeft(HWND hWnd);
+    // What an answer means for the session: a silent tool is probed, a gone
+    // one ends the session. True when the record was delivered.
+    bool Delivered(SendResult result);
     void OnToolSilent();
     void CatchUp();
     void OnProbeAnswered(ULONG_PTR dwData);
