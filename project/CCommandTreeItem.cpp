@@ -21,12 +21,19 @@ CString CCommandTreeItem::GetPath() const
 
 void CCommandTreeItem::OnCommand(UINT nID)
 {
+    if (PostEveryNodeCommand(m_hWndHost, nID))
+        return;
     if (const HostCommand* pCommand = FindHostCommand(m_commands.pTable, m_commands.nCount, nID))
         PostHostCommand(m_hWndHost, pCommand->nHostCommand);
 }
 
 void CCommandTreeItem::OnUpdateCommand(CCmdUI* pCmdUI)
 {
+    if (IsEveryNodeCommand(pCmdUI->m_nID))
+    {
+        pCmdUI->Enable(TRUE);
+        return;
+    }
     const HostCommand* pCommand = FindHostCommand(m_commands.pTable, m_commands.nCount, pCmdUI->m_nID);
     const BOOL bProjectOpen = m_commands.pstrProject && !m_commands.pstrProject->IsEmpty();
     pCmdUI->Enable(pCommand && (!pCommand->bNeedsProject || bProjectOpen));

@@ -106,6 +106,8 @@ void CFileTreeItem::OnCommand(UINT nID)
             pApp->RunCommand(m_hWndHost, pApp->m_tools[nTool].m_strCommand, m_strPath);
         return;
     }
+    if (PostEveryNodeCommand(m_hWndHost, nID))
+        return;
     switch (nID)
     {
     case ID_NODE_OPEN:
@@ -127,12 +129,6 @@ void CFileTreeItem::OnCommand(UINT nID)
         if (FindHostWindow())
             PostHostCommand(m_hWndHost, HostIde::kCmdBuildActive);
         break;
-    case ID_NODE_HIDEASSISTWINDOW:
-        PostHostCommand(m_hWndHost, ID_VIEW_ASSISTWINDOW);
-        break;
-    case ID_NODE_CLOSEALLWINDOWS:
-        PostHostCommand(m_hWndHost, HostIde::kCmdCloseAll);
-        break;
     default:
         break;
     }
@@ -145,12 +141,15 @@ void CFileTreeItem::OnUpdateCommand(CCmdUI* pCmdUI)
         pCmdUI->Enable(GetApp()->CanRunTool(static_cast<int>(pCmdUI->m_nID - ID_TOOL_FIRST), m_hWndHost, m_strPath));
         return;
     }
+    if (IsEveryNodeCommand(pCmdUI->m_nID))
+    {
+        pCmdUI->Enable(TRUE);
+        return;
+    }
     switch (pCmdUI->m_nID)
     {
     case ID_NODE_OPEN:
     case ID_NODE_EXTERNALEDITOR:
-    case ID_NODE_HIDEASSISTWINDOW:
-    case ID_NODE_CLOSEALLWINDOWS:
         pCmdUI->Enable(TRUE);
         break;
     case ID_NODE_CLOSE:

@@ -11,8 +11,6 @@ const HostCommand kCommands[] = {
     {ID_NODE_NEW, HostIde::kCmdNewFile, FALSE},
     {ID_NODE_OPEN, HostIde::kCmdOpenFile, FALSE},
     {ID_NODE_SAVEALL, HostIde::kCmdSaveAll, FALSE},
-    {ID_NODE_HIDEASSISTWINDOW, ID_VIEW_ASSISTWINDOW, FALSE},
-    {ID_NODE_CLOSEALLWINDOWS, HostIde::kCmdCloseAll, FALSE},
 };
 } // namespace
 

@@ -14,8 +14,6 @@ const HostCommand kCommands[] = {
     {ID_NODE_CLOSE, HostIde::kCmdCloseProject, TRUE},
     {ID_NODE_SAVE, HostIde::kCmdSaveProject, TRUE},
     {ID_NODE_BUILD, HostIde::kCmdBuild, TRUE},
-    {ID_NODE_HIDEASSISTWINDOW, ID_VIEW_ASSISTWINDOW, FALSE},
-    {ID_NODE_CLOSEALLWINDOWS, HostIde::kCmdCloseAll, FALSE},
 };
 } // namespace
 

@@ -12,8 +12,6 @@ const HostCommand kCommands[] = {
     {ID_NODE_OPEN, HostIde::kCmdOpenFile, FALSE},
     {ID_NODE_SAVEALL, HostIde::kCmdSaveAll, TRUE},
     {ID_NODE_BUILD, HostIde::kCmdBuild, TRUE},
-    {ID_NODE_HIDEASSISTWINDOW, ID_VIEW_ASSISTWINDOW, FALSE},
-    {ID_NODE_CLOSEALLWINDOWS, HostIde::kCmdCloseAll, FALSE},
 };
 } // namespace
 

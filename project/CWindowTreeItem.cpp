@@ -84,6 +84,8 @@ void CWindowTreeItem::OnReturn()
 
 void CWindowTreeItem::OnCommand(UINT nID)
 {
+    if (PostEveryNodeCommand(m_hWndHost, nID))
+        return;
     switch (nID)
     {
     case ID_NODE_OPEN:
@@ -93,12 +95,6 @@ void CWindowTreeItem::OnCommand(UINT nID)
         if (HWND hWnd = FindHostWindow())
             PostMessageA(hWnd, WM_CLOSE, 0, 0);
         break;
-    case ID_NODE_HIDEASSISTWINDOW:
-        PostHostCommand(m_hWndHost, ID_VIEW_ASSISTWINDOW);
-        break;
-    case ID_NODE_CLOSEALLWINDOWS:
-        PostHostCommand(m_hWndHost, HostIde::kCmdCloseAll);
-        break;
     default:
         break;
     }
@@ -106,11 +102,14 @@ void CWindowTreeItem::OnCommand(UINT nID)
 
 void CWindowTreeItem::OnUpdateCommand(CCmdUI* pCmdUI)
 {
+    if (IsEveryNodeCommand(pCmdUI->m_nID))
+    {
+        pCmdUI->Enable(TRUE);
+        return;
+    }
     switch (pCmdUI->m_nID)
     {
     case ID_NODE_OPEN:
-    case ID_NODE_HIDEASSISTWINDOW:
-    case ID_NODE_CLOSEALLWINDOWS:
         pCmdUI->Enable(TRUE);
         break;
     case ID_NODE_CLOSE:

@@ -10,8 +10,6 @@ namespace
 const HostCommand kCommands[] = {
     {ID_NODE_OPEN, HostIde::kCmdOpenWindowSet, FALSE},
     {ID_NODE_SAVE, HostIde::kCmdSaveWindowSet, FALSE},
-    {ID_NODE_HIDEASSISTWINDOW, ID_VIEW_ASSISTWINDOW, FALSE},
-    {ID_NODE_CLOSEALLWINDOWS, HostIde::kCmdCloseAll, FALSE},
 };
 } // namespace
 

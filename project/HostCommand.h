@@ -20,3 +20,8 @@ const HostCommand* FindHostCommand(const HostCommand* pTable, int nCount, UINT n
 // in our popup there when it is one of the popup's; fails silently when the
 // frame is gone.
 void PostHostCommand(HWND hWndHost, UINT nHostCommand);
+
+// The commands every node kind's menu ends with, "&Hide Assist Window" and
+// "Close &All Windows": posted when nID is one of them (TRUE), else nothing.
+BOOL PostEveryNodeCommand(HWND hWndHost, UINT nID);
+BOOL IsEveryNodeCommand(UINT nID);
