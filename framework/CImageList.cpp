@@ -32,20 +32,6 @@ void CImageList::DeleteTempMap()
     TempMap().clear();
 }
 
-BOOL CImageList::Attach(HIMAGELIST hImageList)
-{
-    DeleteImageList();
-    m_hImageList = hImageList;
-    return hImageList != nullptr;
-}
-
-HIMAGELIST CImageList::Detach()
-{
-    HIMAGELIST hImageList = m_hImageList;
-    m_hImageList = nullptr;
-    return hImageList;
-}
-
 BOOL CImageList::Create(UINT nBitmapID, int cx, int nGrow, COLORREF crMask)
 {
     DeleteImageList();

@@ -19,8 +19,6 @@ public:
     operator HIMAGELIST() const { return m_hImageList; }
     static CImageList* FromHandle(HIMAGELIST hImageList);
     static void DeleteTempMap();
-    BOOL Attach(HIMAGELIST hImageList);
-    HIMAGELIST Detach();
 
     // From a bitmap strip of images cx wide; crMask is the transparent colour.
     BOOL Create(UINT nBitmapID, int cx, int nGrow, COLORREF crMask);

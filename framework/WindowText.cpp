@@ -1,5 +1,8 @@
 #include "WindowText.h"
 
+#include <mbstring.h>
+#include <string.h>
+
 #include <vector>
 
 CString GetWindowTitle(HWND hWnd, int nMax)
@@ -18,4 +21,20 @@ CString GetWindowClassName(HWND hWnd, int nMax)
     std::vector<char> buffer(static_cast<size_t>(nMax), '\0');
     GetClassNameA(hWnd, buffer.data(), nMax);
     return CString(buffer.data());
+}
+
+HWND FindChildTitled(HWND hWndParent, LPCSTR lpszTitle, BOOL bEnding)
+{
+    const int nLength = static_cast<int>(strlen(lpszTitle));
+    for (HWND hWnd = ::GetWindow(hWndParent, GW_CHILD); hWnd; hWnd = ::GetWindow(hWnd, GW_HWNDNEXT))
+    {
+        const CString strTitle = GetWindowTitle(hWnd, WINDOW_TEXT_LIMIT);
+        const int nFrom = bEnding ? strTitle.GetLength() - nLength : 0;
+        if (nFrom < 0)
+            continue;
+        if (_mbsicmp(reinterpret_cast<const unsigned char*>(static_cast<LPCSTR>(strTitle) + nFrom),
+                     reinterpret_cast<const unsigned char*>(lpszTitle)) == 0)
+            return hWnd;
+    }
+    return nullptr;
 }

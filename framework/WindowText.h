@@ -8,3 +8,8 @@ const int WINDOW_TEXT_LIMIT = 1204;
 
 CString GetWindowTitle(HWND hWnd, int nMax = WINDOW_TEXT_LIMIT);
 CString GetWindowClassName(HWND hWnd, int nMax = WINDOW_TEXT_LIMIT);
+
+// The first child of hWndParent, in window order, whose title is lpszTitle
+// or, with bEnding, ends with it; compared without case, character by
+// character in the ANSI code page. NULL when none.
+HWND FindChildTitled(HWND hWndParent, LPCSTR lpszTitle, BOOL bEnding);

@@ -47,14 +47,7 @@ HWND CFileTreeItem::FindHostWindow() const
     // host lists first is taken. The whole title must match: the host marks
     // a modified file by appending to its title, and that window is not
     // taken for the file.
-    for (HWND hWnd = GetWindow(hWndClient, GW_CHILD); hWnd; hWnd = GetWindow(hWnd, GW_HWNDNEXT))
-    {
-        const CString strTitle = GetWindowTitle(hWnd, WINDOW_TEXT_LIMIT);
-        if (_mbsicmp(reinterpret_cast<const unsigned char*>(static_cast<LPCSTR>(strTitle)),
-                     reinterpret_cast<const unsigned char*>(static_cast<LPCSTR>(m_strPath))) == 0)
-            return hWnd;
-    }
-    return nullptr;
+    return FindChildTitled(hWndClient, m_strPath, FALSE);
 }
 
 void CFileTreeItem::Open()

@@ -45,18 +45,7 @@ HWND CWindowTreeItem::FindHostWindow() const
         return hWnd;
     // Views of a file are titled with the file's path: the listing's title
     // ends in ".lst", the map's in ".map".
-    const int nLength = m_strTitle.GetLength();
-    for (HWND hWnd = GetWindow(hWndClient, GW_CHILD); hWnd; hWnd = GetWindow(hWnd, GW_HWNDNEXT))
-    {
-        const CString strTitle = GetWindowTitle(hWnd, WINDOW_TEXT_LIMIT);
-        if (strTitle.GetLength() < nLength)
-            continue;
-        LPCSTR pszEnd = static_cast<LPCSTR>(strTitle) + (strTitle.GetLength() - nLength);
-        if (_mbsicmp(reinterpret_cast<const unsigned char*>(pszEnd),
-                     reinterpret_cast<const unsigned char*>(static_cast<LPCSTR>(m_strTitle))) == 0)
-            return hWnd;
-    }
-    return nullptr;
+    return FindChildTitled(hWndClient, m_strTitle, TRUE);
 }
 
 void CWindowTreeItem::Open()
