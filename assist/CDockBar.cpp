@@ -46,7 +46,6 @@ CDockBar::CDockBar(HWND hWndHost)
 {
     m_tab.m_bTabsAtBottom = TRUE;
     m_tab.m_bResizePages = true;
-    m_tab.m_bSwitchPages = false;
     ReadColors();
 }
 

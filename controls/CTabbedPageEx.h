@@ -1,9 +1,9 @@
 // A tab control that holds dialog pages: each page is created inside the
-// display area and its tab is named after the page's caption; the pages are
-// kept sized to the display area, switched when the selection changes, and
-// validated before the user may leave one. UpdateData on the control runs
-// every page's data exchange: FALSE refreshes them all, TRUE validates them
-// all and fails at the first page that fails.
+// display area and its tab is named after the page's caption; the first page
+// is shown, and the pages are kept sized to the display area. UpdateData on
+// the control runs every page's data exchange: FALSE refreshes them all,
+// TRUE validates them all and fails at the first page that fails, whose tab
+// is left selected.
 //
 // The control does not own its pages: each deletes itself when its window
 // goes, which is when the control's window goes (the pages are its children).
@@ -29,10 +29,7 @@ public:
     };
     std::vector<PAGE> m_pages;       // entry i belongs to tab i
 
-    int m_nFirstPage = 0;        // the tab whose page is shown as soon as it is added
     bool m_bResizePages = false; // on WM_SIZE, fit every page to the display area
-    bool m_bSwitchPages = true;  // on a selection change, show only the selected page
-    bool m_bValidatePage = true; // before a selection change, UpdateData(TRUE) on the current page
 
     // Creates pPage (constructed with this control as parent) hidden, adds
     // a tab with its caption and image nImage, and fits it to the display area.
@@ -41,18 +38,12 @@ public:
     // The page of entry i (i below GetPageCount); NULL once its window is
     // gone, since the page deleted itself with it.
     CModelessDialogEx* GetPage(int i) const;
-    // Selects tab nItem and, when that changed the selection, runs the
-    // selection change handling. The previously selected tab, or -1.
-    int SelectPage(int nItem);
 
 protected:
     void DoDataExchange(CDataExchange* pDX) override;
-    void OnSelChanging(NMHDR* pNMHDR, LRESULT* pResult);
-    BOOL OnSelChange(NMHDR* pNMHDR, LRESULT* pResult);
     void OnSize(UINT nType, int cx, int cy);
 
     CRect GetDisplayRect() const;
-    CModelessDialogEx* GetPageOfTab(int nItem) const;
 
     DECLARE_MESSAGE_MAP()
 };

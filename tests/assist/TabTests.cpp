@@ -47,8 +47,6 @@ public:
     CTabHost() : CDialog(IDD_TABHOST, nullptr) {}
 
     CTabbedPageEx m_tab;
-    int m_nSelChanging = 0;
-    int m_nSelChange = 0;
 
 protected:
     void DoDataExchange(CDataExchange* pDX) override
@@ -56,16 +54,7 @@ protected:
         CDialog::DoDataExchange(pDX);
         DDX_Control(pDX, IDC_TAB, m_tab);
     }
-    void OnSelChanging(NMHDR*, LRESULT*) { m_nSelChanging++; }
-    void OnSelChange(NMHDR*, LRESULT*) { m_nSelChange++; }
-
-    DECLARE_MESSAGE_MAP()
 };
-
-BEGIN_MESSAGE_MAP(CTabHost, CDialog)
-    ON_NOTIFY(TCN_SELCHANGING, IDC_TAB, OnSelChanging)
-    ON_NOTIFY(TCN_SELCHANGE, IDC_TAB, OnSelChange)
-END_MESSAGE_MAP()
 
 struct Pages
 {
@@ -130,14 +119,6 @@ std::string Show(const RECT& r)
            std::to_string(r.bottom);
 }
 
-// Clicks the middle of a tab with the real mouse.
-void ClickTab(CTabCtrl& tab, int nItem)
-{
-    CRect rect;
-    tab.GetItemRect(nItem, &rect);
-    kit::Click(tab.m_hWnd, (rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2);
-    kit::PumpFor(50);
-}
 } // namespace
 
 TEST_CASE(tabs_sit_at_the_bottom_named_after_the_pages_which_fill_the_display_area)
@@ -183,71 +164,6 @@ TEST_CASE(tabs_sit_at_the_bottom_named_after_the_pages_which_fill_the_display_ar
     host.DestroyWindow();
 }
 
-TEST_CASE(clicking_a_tab_shows_its_page_alone_and_only_the_change_reaches_the_parent)
-{
-    CTabHost host;
-    Pages pages = MakeHost(host);
-    REQUIRE(pages.pGamma && pages.pGamma->m_hWnd);
-    CTabbedPageEx& tab = host.m_tab;
-    REQUIRE(kit::MakeForeground(host.m_hWnd));
-
-    ClickTab(tab, 1);
-    CHECK_EQ(tab.GetCurSel(), 1);
-    CHECK(!pages.pAlpha->IsWindowVisible());
-    CHECK(pages.pBeta->IsWindowVisible());
-    CHECK(!pages.pGamma->IsWindowVisible());
-    // The focus went into the shown page, where Enter and Esc end nothing.
-    CHECK(IsChild(pages.pBeta->m_hWnd, GetFocus()));
-    HWND hWndBeta = pages.pBeta->m_hWnd;
-    kit::PressKey(VK_RETURN);
-    kit::PressKey(VK_ESCAPE);
-    CHECK(IsWindow(hWndBeta));
-    CHECK(IsWindowVisible(hWndBeta));
-
-    ClickTab(tab, 2);
-    CHECK_EQ(tab.GetCurSel(), 2);
-    CHECK(!pages.pBeta->IsWindowVisible());
-    CHECK(pages.pGamma->IsWindowVisible());
-
-    // TCN_SELCHANGING stays with the control; TCN_SELCHANGE reaches the parent.
-    CHECK_EQ(host.m_nSelChanging, 0);
-    CHECK_EQ(host.m_nSelChange, 2);
-    host.DestroyWindow();
-}
-
-TEST_CASE(without_switching_a_tab_change_leaves_the_pages_as_they_are)
-{
-    CTabHost host;
-    Pages pages = MakeHost(host, [](CTabbedPageEx& tab) { tab.m_bSwitchPages = false; });
-    REQUIRE(pages.pGamma && pages.pGamma->m_hWnd);
-    CTabbedPageEx& tab = host.m_tab;
-    REQUIRE(kit::MakeForeground(host.m_hWnd));
-
-    ClickTab(tab, 2);
-    CHECK_EQ(tab.GetCurSel(), 2);
-    CHECK(pages.pAlpha->IsWindowVisible());
-    CHECK(!pages.pGamma->IsWindowVisible());
-    CHECK_EQ(host.m_nSelChange, 1);
-    host.DestroyWindow();
-}
-
-TEST_CASE(a_page_added_away_from_the_first_tab_stays_hidden_until_selected)
-{
-    CTabHost host;
-    Pages pages = MakeHost(host, [](CTabbedPageEx& tab) { tab.m_nFirstPage = 1; });
-    REQUIRE(pages.pGamma && pages.pGamma->m_hWnd);
-    CTabbedPageEx& tab = host.m_tab;
-    // Only Beta was shown; Alpha, added first, was not.
-    CHECK(!pages.pAlpha->IsWindowVisible());
-    CHECK(pages.pBeta->IsWindowVisible());
-    CHECK_EQ(tab.GetCurSel(), 1);
-
-    CHECK_EQ(tab.SelectPage(0), 1);
-    CHECK(pages.pAlpha->IsWindowVisible());
-    CHECK(!pages.pBeta->IsWindowVisible());
-    host.DestroyWindow();
-}
-
 TEST_CASE(resizing_the_control_fits_every_page_to_the_new_display_area)
 {
     struct Case
@@ -280,44 +196,13 @@ TEST_CASE(resizing_the_control_fits_every_page_to_the_new_display_area)
     }
 }
 
-TEST_CASE(a_page_that_fails_validation_keeps_its_tab)
+TEST_CASE(update_data_on_the_control_reaches_every_page_and_stops_at_the_first_failure)
 {
     CTabHost host;
     Pages pages = MakeHost(host);
     REQUIRE(pages.pGamma && pages.pGamma->m_hWnd);
     CTabbedPageEx& tab = host.m_tab;
-    REQUIRE(kit::MakeForeground(host.m_hWnd));
-
-    pages.pAlpha->m_bRefuse = TRUE;
-    ClickTab(tab, 1);
-    CHECK_EQ(tab.GetCurSel(), 0);
-    CHECK(pages.pAlpha->IsWindowVisible());
-    CHECK(!pages.pBeta->IsWindowVisible());
-    CHECK_EQ(host.m_nSelChange, 0);
-
-    pages.pAlpha->m_bRefuse = FALSE;
-    kit::PumpFor(GetDoubleClickTime() + 100); // a second click, not a double click
-    ClickTab(tab, 1);
-    CHECK_EQ(tab.GetCurSel(), 1);
-    CHECK(pages.pBeta->IsWindowVisible());
-
-    // Without validation the tab changes whatever the page says.
-    tab.m_bValidatePage = false;
-    pages.pBeta->m_bRefuse = TRUE;
-    g_exchanges.clear();
-    ClickTab(tab, 2);
-    CHECK_EQ(tab.GetCurSel(), 2);
-    CHECK(g_exchanges.empty());
-    host.DestroyWindow();
-}
-
-TEST_CASE(update_data_on_the_control_reaches_every_page_and_stops_at_the_first_failure)
-{
-    CTabHost host;
-    Pages pages = MakeHost(host, [](CTabbedPageEx& tab) { tab.m_bValidatePage = false; });
-    REQUIRE(pages.pGamma && pages.pGamma->m_hWnd);
-    CTabbedPageEx& tab = host.m_tab;
-    tab.SelectPage(2);
+    tab.SetCurSel(2);
 
     pages.pBeta->m_strText = "refreshed";
     g_exchanges.clear();
@@ -355,8 +240,8 @@ TEST_CASE(pages_go_with_the_control_and_a_vanished_page_is_skipped)
     CHECK(g_exchanges == loads);
     tab.MoveWindow(0, 0, 220, 160);
     kit::PumpFor(20);
-    tab.SelectPage(1);
-    tab.SelectPage(0);
+    tab.SetCurSel(1);
+    tab.SetCurSel(0);
     host.DestroyWindow();
     CHECK(tab.m_hWnd == nullptr);
 }
