@@ -66,20 +66,3 @@ void DDX_Text(CDataExchange* pDX, int nIDC, CString& value)
         ::SetWindowTextA(hWndCtrl, value);
     }
 }
-
-void DDX_Check(CDataExchange* pDX, int nIDC, int& value)
-{
-    HWND hWndCtrl = pDX->PrepareCtrl(nIDC);
-    if (!hWndCtrl)
-        return;
-    if (pDX->m_bSaveAndValidate)
-    {
-        value = static_cast<int>(::SendMessageA(hWndCtrl, BM_GETCHECK, 0, 0));
-    }
-    else
-    {
-        if (value < 0 || value > 2)
-            value = 0;
-        ::SendMessageA(hWndCtrl, BM_SETCHECK, static_cast<WPARAM>(value), 0);
-    }
-}

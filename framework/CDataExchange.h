@@ -6,7 +6,6 @@
 //       CDialog::DoDataExchange(pDX);
 //       DDX_Control(pDX, IDC_EDIT, m_edit);   // binds m_edit to the control
 //       DDX_Text(pDX, IDC_NAME, m_strName);   // window text <-> CString
-//       DDX_Check(pDX, IDC_FLAG, m_bFlag);    // check state <-> int/BOOL
 //       if (pDX->m_bSaveAndValidate && m_strName.IsEmpty())
 //           pDX->Fail();                      // UpdateData answers FALSE
 //   }
@@ -49,6 +48,3 @@ public:
 void DDX_Control(CDataExchange* pDX, int nIDC, CWnd& rControl);
 // The control's window text.
 void DDX_Text(CDataExchange* pDX, int nIDC, CString& value);
-// A check box's state: 0 clear, 1 checked, 2 indeterminate; loading anything
-// else clears the box (and the value).
-void DDX_Check(CDataExchange* pDX, int nIDC, int& value);

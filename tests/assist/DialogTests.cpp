@@ -365,7 +365,6 @@ public:
     explicit CModalDlg(CWnd* pParent) : CDialog(IDD_MODAL, pParent) {}
 
     CString m_strText;
-    int m_nFlag = 0;
     int m_nFailures = 0; // validation fails this many more times
     int m_nTextChanges = 0;
 
@@ -374,7 +373,6 @@ protected:
     {
         CDialog::DoDataExchange(pDX);
         DDX_Text(pDX, IDC_TEXT, m_strText);
-        DDX_Check(pDX, IDC_FLAG, m_nFlag);
         if (pDX->m_bSaveAndValidate && m_nFailures > 0)
         {
             m_nFailures--;
@@ -397,7 +395,6 @@ struct ModalScript
     HWND hWndSeen = nullptr;
     bool bParentDisabled = false;
     std::string strTextSeen;
-    int nFlagSeen = -1;
 };
 ModalScript* g_pScript = nullptr;
 
@@ -412,7 +409,6 @@ void CALLBACK ModalTimer(HWND, UINT, UINT_PTR nId, DWORD)
     char szText[64] = {};
     GetDlgItemTextA(hWndDlg, IDC_TEXT, szText, sizeof(szText));
     g_pScript->strTextSeen = szText;
-    g_pScript->nFlagSeen = static_cast<int>(IsDlgButtonChecked(hWndDlg, IDC_FLAG));
     g_pScript->fnAct(hWndDlg);
 }
 
@@ -432,12 +428,10 @@ TEST_CASE(a_modal_dialog_loads_and_saves_its_controls_and_ends_with_ok)
     REQUIRE(parent.Make());
     CModalDlg dlg(&parent);
     dlg.m_strText = "before";
-    dlg.m_nFlag = 1;
     ModalScript script;
     script.fnAct = [](HWND hWndDlg) {
-        // Typed text and a click on the box, then Enter.
+        // Typed text, then Enter.
         SetDlgItemTextA(hWndDlg, IDC_TEXT, "after");
-        SendMessageA(GetDlgItem(hWndDlg, IDC_FLAG), BM_CLICK, 0, 0);
         kit::MakeForeground(hWndDlg);
         SetFocus(GetDlgItem(hWndDlg, IDC_TEXT));
         kit::PressKey(VK_RETURN);
@@ -447,9 +441,7 @@ TEST_CASE(a_modal_dialog_loads_and_saves_its_controls_and_ends_with_ok)
     CHECK(script.hWndSeen != nullptr);
     CHECK(script.bParentDisabled);
     CHECK_EQ(script.strTextSeen, std::string("before"));
-    CHECK_EQ(script.nFlagSeen, 1);
     CHECK_EQ(std::string(dlg.m_strText), std::string("after"));
-    CHECK_EQ(dlg.m_nFlag, 0);
     // Loading the field was no change of the user's; typing was.
     CHECK_EQ(dlg.m_nTextChanges, 1);
     CHECK(!IsWindow(script.hWndSeen));
