@@ -85,6 +85,21 @@ void CDockBar::SetSize(int cx, int cy)
     SetWindowPos(nullptr, 0, 0, cx, cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+BOOL CDockBar::ApplySettingsWidth()
+{
+    // The bar keeps its own width while it lives and puts it into the
+    // settings only when it goes: a width that differs from the one applied
+    // last came from the file.
+    const int cx = GetApp()->m_rectDock.Width();
+    if (cx <= 0 || cx == m_nSettingsWidth)
+        return FALSE;
+    m_nSettingsWidth = cx;
+    CRect rectClient;
+    GetClientRect(&rectClient);
+    SetSize(cx, rectClient.Height());
+    return TRUE;
+}
+
 void CDockBar::RelayoutHost()
 {
     // The frame's item lays out on WM_SIZE.
@@ -107,6 +122,7 @@ BOOL CDockBar::OnInitDialog()
     // Only the stored width counts: the host frame item puts the dock bar in
     // its place afterwards.
     CApp* pApp = GetApp();
+    m_nSettingsWidth = pApp->m_rectDock.Width();
     if (!pApp->m_rectDock.IsRectEmpty())
     {
         CRect rectClient;

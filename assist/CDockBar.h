@@ -31,6 +31,11 @@ public:
     explicit CDockBar(HWND hWndHost);
     ~CDockBar() override;
 
+    // The width of "DockRect" as the settings have it now, when the user
+    // changed it in the file since it was last applied: the bar takes it
+    // (TRUE) and the frame's next layout places it.
+    BOOL ApplySettingsWidth();
+
     // Creates the dock bar under the host frame, shown or hidden. It hides
     // the base's Create, which knows only the child window of the template.
     void Create(BOOL bShow);
@@ -91,4 +96,5 @@ private:
     COLORREF m_clr3DDkShadow = 0;
     CDockSplitter m_splitter;
     std::unique_ptr<CDockAttachment> m_pAttachment;
+    int m_nSettingsWidth = 0; // the "DockRect" width applied last
 };

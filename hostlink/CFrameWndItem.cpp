@@ -230,8 +230,11 @@ BOOL CFrameWndItem::AppendAssistPopup()
 
 void CFrameWndItem::ApplySettings()
 {
-    if (!GetDockBar())
+    CDockBar* pDockBar = GetDockBar();
+    if (!pDockBar)
         return; // the popup comes with the Assist Window
+    if (pDockBar->ApplySettingsWidth())
+        HostIde::RelayoutFrame(m_hWnd);
     CString strCaptions;
     for (const CTool& tool : GetApp()->m_tools)
     {

@@ -118,6 +118,18 @@ TEST_CASE(a_settings_file_changed_on_disk_takes_effect_at_once_and_survives_the_
     XKeys("Escape Escape");
     CHECK(ht.host.GetProcess().IsRunning());
     REQUIRE(WaitAssistItems(ht.host, "&Assist Window|-|&Lint"));
+
+    // A width of the Assist Window written into the file: taken at the next layout.
+    HWND hWndDock = FindDockBar(ht.host.Frame());
+    REQUIRE(hWndDock != nullptr);
+    REQUIRE(WriteTextFile(ht.tool.SettingsPath(), "[Settings]\r\nDockRect=0000:0000:0211:0400\r\n" + strEdited.substr(12)));
+    CHECK(WaitFor(
+        [&] {
+            RECT rc = {};
+            GetWindowRect(hWndDock, &rc);
+            return rc.right - rc.left == 211;
+        },
+        5000));
     REQUIRE(ChooseFromAssistMenu(ht.host, hWndEditor, "l"));
     CHECK(WaitFor([&] { return Runs(strDir, "lint " + strFile) == 1; }, 5000));
     REQUIRE(FocusEditor(ht.host, hWndEditor));

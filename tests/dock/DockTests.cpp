@@ -25,34 +25,6 @@ const UINT kLogMenuBar = 1196;
 const UINT kLogMenuCheck = 1197; // lParam: the command whose check mark is logged
 const UINT kLogDeactivations = 1198;
 
-// The tool's Assist Window in the host frame: a child of the frame on
-// Windows, a pop-up owned by it under Wine.
-struct DockSearch
-{
-    HWND hWndFrame;
-    HWND hWndFound;
-};
-
-BOOL CALLBACK FindOwnedDialog(HWND hWnd, LPARAM lParam)
-{
-    DockSearch* p = reinterpret_cast<DockSearch*>(lParam);
-    char szClass[16] = "";
-    GetClassNameA(hWnd, szClass, sizeof(szClass));
-    if (GetWindow(hWnd, GW_OWNER) == p->hWndFrame && lstrcmpA(szClass, "#32770") == 0)
-    {
-        p->hWndFound = hWnd;
-        return FALSE;
-    }
-    return TRUE;
-}
-
-HWND FindDockBar(HWND hWndFrame)
-{
-    DockSearch search = {hWndFrame, nullptr};
-    EnumWindows(FindOwnedDialog, reinterpret_cast<LPARAM>(&search));
-    return search.hWndFound ? search.hWndFound : FindWindowExA(hWndFrame, nullptr, "#32770", nullptr);
-}
-
 RECT InFrame(HWND hWnd, HWND hWndFrame)
 {
     RECT rc = {};

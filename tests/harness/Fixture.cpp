@@ -365,4 +365,32 @@ HostAndTool::HostAndTool(const char* pszTag, const std::string& strHostArguments
         WriteTextFile(tool.SettingsPath(), strSettings);
     ok = host.Start(strHostArguments) && tool.Start() && host.WaitLog(kDockBarAnnouncement, 10000);
 }
+namespace
+{
+struct DockSearch
+{
+    HWND hWndFrame;
+    HWND hWndFound;
+};
+
+BOOL CALLBACK FindOwnedDialog(HWND hWnd, LPARAM lParam)
+{
+    DockSearch* p = reinterpret_cast<DockSearch*>(lParam);
+    char szClass[16] = "";
+    GetClassNameA(hWnd, szClass, sizeof(szClass));
+    if (GetWindow(hWnd, GW_OWNER) == p->hWndFrame && lstrcmpA(szClass, "#32770") == 0)
+    {
+        p->hWndFound = hWnd;
+        return FALSE;
+    }
+    return TRUE;
+}
+} // namespace
+
+HWND FindDockBar(HWND hWndFrame)
+{
+    DockSearch search = {hWndFrame, nullptr};
+    EnumWindows(FindOwnedDialog, reinterpret_cast<LPARAM>(&search));
+    return search.hWndFound ? search.hWndFound : FindWindowExA(hWndFrame, nullptr, "#32770", nullptr);
+}
 } // namespace qt

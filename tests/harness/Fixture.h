@@ -110,4 +110,8 @@ struct HostAndTool
 };
 
 extern const char kDockBarAnnouncement[]; // the log line of WM_CREATEDOCKBAR at the host
+
+// The tool's Assist Window in the host frame: a child of the frame on
+// Windows, a pop-up owned by it under Wine; NULL when there is none.
+HWND FindDockBar(HWND hWndFrame);
 } // namespace qt
