@@ -7,7 +7,6 @@
 
 #include <windowsx.h>
 
-#include <algorithm>
 
 namespace hostide
 {
@@ -97,7 +96,7 @@ LRESULT EditorWindow::HandleMessage(UINT nMessage, WPARAM wParam, LPARAM lParam)
         OnVScroll(LOWORD(wParam));
         return 0;
     case WM_LBUTTONDOWN:
-        OnLButtonDown(GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam));
+        OnLButtonDown(GET_Y_LPARAM(lParam));
         return 0;
     default:
         break;
@@ -170,82 +169,26 @@ void EditorWindow::OnKeyDown(UINT nKey)
 {
     const bool bCtrl = CtrlHeld();
     HostLog::Write("KEYDOWN " + Title() + " " + std::to_string(nKey) + " ctrl=" + (bCtrl ? "1" : "0"));
-    switch (nKey)
-    {
-    case VK_LEFT:
-        m_document.MoveLeft();
-        break;
-    case VK_RIGHT:
-        m_document.MoveRight();
-        break;
-    case VK_UP:
-        m_document.MoveUp();
-        break;
-    case VK_DOWN:
-        m_document.MoveDown();
-        break;
-    case VK_PRIOR:
-        m_document.MoveUp(std::max(1, VisibleLines() - 1));
-        break;
-    case VK_NEXT:
-        m_document.MoveDown(std::max(1, VisibleLines() - 1));
-        break;
-    case VK_HOME:
-        if (bCtrl)
-            m_document.MoveTo(0, 0);
-        else
-            m_document.MoveHome();
-        break;
-    case VK_END:
-        if (bCtrl)
-            m_document.MoveTo(m_document.LineCount() - 1, std::string::npos);
-        else
-            m_document.MoveEnd();
-        break;
-    case VK_DELETE:
-        m_document.DeleteAfter();
-        break;
-    default:
+    // Home and End, with Ctrl of the whole text: enough to type where a test
+    // or a demo wants; the other keys are only logged.
+    if (nKey != VK_HOME && nKey != VK_END)
         return;
-    }
+    const int nLine = bCtrl ? (nKey == VK_HOME ? 0 : m_document.LineCount() - 1) : m_document.CaretLine();
+    m_document.MoveTo(nLine, nKey == VK_HOME ? 0 : std::string::npos);
     Changed(true);
 }
 
 void EditorWindow::OnVScroll(UINT nCode)
 {
-    if (ScrollDocument(m_document, nCode, VisibleLines()))
+    if (ScrollDocument(m_document, nCode))
         Changed(false);
 }
 
-void EditorWindow::OnLButtonDown(int x, int y)
+void EditorWindow::OnLButtonDown(int y)
 {
-    // Places the insertion point only. Taking the focus on a click is left to
-    // the usual MDI activation (and to the tool).
-    const int nLine = m_document.TopLine() + y / TextPainter::Instance().LineHeight();
-    if (nLine >= m_document.LineCount())
-    {
-        m_document.MoveTo(m_document.LineCount() - 1, std::string::npos);
-    }
-    else
-    {
-        // Walk the line until the insertion point passes the click.
-        const int xText = x - LineNumbers::kWidth - kTextMargin;
-        m_document.MoveTo(nLine, 0);
-        HDC hDC = GetDC(m_hWnd);
-        for (;;)
-        {
-            const size_t nBefore = m_document.CaretColumn();
-            m_document.MoveRight();
-            if (m_document.CaretColumn() == nBefore)
-                break;
-            if (TextPainter::Instance().CaretPosition(hDC, m_document).x > xText)
-            {
-                m_document.MoveTo(nLine, nBefore);
-                break;
-            }
-        }
-        ReleaseDC(m_hWnd, hDC);
-    }
+    // Places the insertion point at the start of the line only. Taking the
+    // focus on a click is left to the usual MDI activation (and to the tool).
+    m_document.MoveTo(m_document.TopLine() + y / TextPainter::Instance().LineHeight(), 0);
     Changed(false);
 }
 

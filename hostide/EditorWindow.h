@@ -41,7 +41,7 @@ private:
     void OnChar(char ch);
     void OnKeyDown(UINT nKey);
     void OnVScroll(UINT nCode);
-    void OnLButtonDown(int x, int y);
+    void OnLButtonDown(int y);
 
     RECT TextArea() const;
     int VisibleLines() const;

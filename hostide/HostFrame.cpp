@@ -11,6 +11,8 @@
 
 #include <shellapi.h>
 
+#include <string.h>
+
 #include <vector>
 
 namespace hostide
@@ -32,86 +34,73 @@ LRESULT CALLBACK ClientProc(HWND hWnd, UINT nMessage, WPARAM wParam, LPARAM lPar
     return CallWindowProcA(g_pfnClientProc, hWnd, nMessage, wParam, lParam);
 }
 
+// The menu bar as text: "&File" starts a popup, "-" is a separator.
+struct MenuLine
+{
+    UINT nCommand; // 0: a popup's title or a separator
+    const char* pszText;
+};
+
+const MenuLine kMenu[] = {
+    {0, "&File"}, {1001, "&New"}, {1002, "&Open..."}, {1006, "&Save"}, {1007, "&Close"}, {1008, "Close A&ll"},
+    {0, "&Edit"}, {1040, "&Paste"},
+    {0, "&Project"}, {1018, "&New..."}, {1019, "&Open..."}, {1030, "&Close"}, {1031, "&Save"}, {1032, "&Edit..."},
+    {0, "-"}, {1033, "&Build"}, {1035, "Build &Node"},
+    {0, "&View"}, // its items come from the view catalogue
+    {0, "&Window"}, {1097, "&Save Window Set"}, {1098, "&Open Window Set"}, {0, "-"},
+    {ViewCatalog::kWatchNew, "&Watch New"}, {ViewCatalog::kWatchOpen, "Watch O&pen"}, {0, "-"},
+    {kCascade, "&Cascade"}, {kTile, "&Tile"},
+};
+
 HMENU BuildMenu(HMENU& hWindowMenu)
 {
     HMENU hMenu = CreateMenu();
-
-    HMENU hFile = CreatePopupMenu();
-    AppendMenuA(hFile, MF_STRING, 1001, "&New");
-    AppendMenuA(hFile, MF_STRING, 1002, "&Open...");
-    AppendMenuA(hFile, MF_STRING, 1006, "&Save");
-    AppendMenuA(hFile, MF_STRING, 1007, "&Close");
-    AppendMenuA(hFile, MF_STRING, 1008, "Close A&ll");
-    AppendMenuA(hMenu, MF_POPUP, reinterpret_cast<UINT_PTR>(hFile), "&File");
-
-    HMENU hEdit = CreatePopupMenu();
-    AppendMenuA(hEdit, MF_STRING, 1040, "&Paste");
-    AppendMenuA(hMenu, MF_POPUP, reinterpret_cast<UINT_PTR>(hEdit), "&Edit");
-
-    HMENU hProject = CreatePopupMenu();
-    AppendMenuA(hProject, MF_STRING, 1018, "&New...");
-    AppendMenuA(hProject, MF_STRING, 1019, "&Open...");
-    AppendMenuA(hProject, MF_STRING, 1030, "&Close");
-    AppendMenuA(hProject, MF_STRING, 1031, "&Save");
-    AppendMenuA(hProject, MF_STRING, 1032, "&Edit...");
-    AppendMenuA(hProject, MF_SEPARATOR, 0, nullptr);
-    AppendMenuA(hProject, MF_STRING, 1033, "&Build");
-    AppendMenuA(hProject, MF_STRING, 1035, "Build &Node");
-    AppendMenuA(hMenu, MF_POPUP, reinterpret_cast<UINT_PTR>(hProject), "&Project");
-
-    HMENU hView = CreatePopupMenu();
-    int nViews = 0;
-    const ViewCatalog::Entry* pViews = ViewCatalog::Entries(nViews);
-    for (int i = 0; i < nViews; ++i)
+    HMENU hPopup = nullptr;
+    for (const MenuLine& line : kMenu)
     {
-        // "Build Results" has no command of its own: the command line opens it (/view 0).
-        if (pViews[i].nCommand != ViewCatalog::kBuildResults)
-            AppendMenuA(hView, MF_STRING, pViews[i].nCommand, pViews[i].pszMenuText);
+        if (line.nCommand != 0)
+        {
+            AppendMenuA(hPopup, MF_STRING, line.nCommand, line.pszText);
+            continue;
+        }
+        if (strcmp(line.pszText, "-") == 0)
+        {
+            AppendMenuA(hPopup, MF_SEPARATOR, 0, nullptr);
+            continue;
+        }
+        hPopup = CreatePopupMenu();
+        AppendMenuA(hMenu, MF_POPUP, reinterpret_cast<UINT_PTR>(hPopup), line.pszText);
+        if (strcmp(line.pszText, "&View") == 0)
+        {
+            int nViews = 0;
+            const ViewCatalog::Entry* pViews = ViewCatalog::Entries(nViews);
+            // "Build Results" has no command of its own: the command line opens it (/view 0).
+            for (int i = 0; i < nViews; ++i)
+            {
+                if (pViews[i].nCommand != ViewCatalog::kBuildResults)
+                    AppendMenuA(hPopup, MF_STRING, pViews[i].nCommand, pViews[i].pszMenuText);
+            }
+        }
     }
-    AppendMenuA(hMenu, MF_POPUP, reinterpret_cast<UINT_PTR>(hView), "&View");
-
-    hWindowMenu = CreatePopupMenu();
-    AppendMenuA(hWindowMenu, MF_STRING, 1097, "&Save Window Set");
-    AppendMenuA(hWindowMenu, MF_STRING, 1098, "&Open Window Set");
-    AppendMenuA(hWindowMenu, MF_SEPARATOR, 0, nullptr);
-    AppendMenuA(hWindowMenu, MF_STRING, ViewCatalog::kWatchNew, "&Watch New");
-    AppendMenuA(hWindowMenu, MF_STRING, ViewCatalog::kWatchOpen, "Watch O&pen");
-    AppendMenuA(hWindowMenu, MF_SEPARATOR, 0, nullptr);
-    AppendMenuA(hWindowMenu, MF_STRING, kCascade, "&Cascade");
-    AppendMenuA(hWindowMenu, MF_STRING, kTile, "&Tile");
-    AppendMenuA(hMenu, MF_POPUP, reinterpret_cast<UINT_PTR>(hWindowMenu), "&Window");
+    hWindowMenu = hPopup; // the last popup lists the MDI children
     return hMenu;
 }
 
-class Clipboard
+// The clipboard's CF_TEXT, or an empty string.
+std::string ClipboardText(HWND hWnd)
 {
-public:
-    explicit Clipboard(HWND hWnd) : m_bOpen(OpenClipboard(hWnd) != FALSE) {}
-    ~Clipboard()
-    {
-        if (m_bOpen)
-            CloseClipboard();
-    }
-    Clipboard(const Clipboard&) = delete;
-    Clipboard& operator=(const Clipboard&) = delete;
-
-    // The clipboard's CF_TEXT, or an empty string.
-    std::string Text() const
-    {
-        if (!m_bOpen)
-            return std::string();
-        HANDLE hData = GetClipboardData(CF_TEXT);
-        const char* pszText = hData ? static_cast<const char*>(GlobalLock(hData)) : nullptr;
-        if (!pszText)
-            return std::string();
-        std::string strText(pszText);
-        GlobalUnlock(hData);
+    std::string strText;
+    if (!OpenClipboard(hWnd))
         return strText;
+    HANDLE hData = GetClipboardData(CF_TEXT);
+    if (const char* pszText = hData ? static_cast<const char*>(GlobalLock(hData)) : nullptr)
+    {
+        strText = pszText;
+        GlobalUnlock(hData);
     }
-
-private:
-    bool m_bOpen;
-};
+    CloseClipboard();
+    return strText;
+}
 
 std::string Escaped(const std::string& strText)
 {
@@ -394,16 +383,10 @@ bool HostFrame::OnCommand(UINT nCommand)
             SetProject(std::string());
         return true;
     case kToolBarTop:
-        PlaceToolBar(ToolBar::Side::Top);
-        return true;
     case kToolBarLeft:
-        PlaceToolBar(ToolBar::Side::Left);
-        return true;
     case kToolBarBottom:
-        PlaceToolBar(ToolBar::Side::Bottom);
-        return true;
     case kToolBarRight:
-        PlaceToolBar(ToolBar::Side::Right);
+        PlaceToolBar(static_cast<ToolBar::Side>(nCommand - kToolBarTop)); // in the order of the sides
         return true;
     case kLogMenuBar:
         LogMenuBar();
@@ -476,7 +459,7 @@ void HostFrame::Paste()
     EditorWindow* pEditor = EditorWindow::From(ActiveChild());
     if (!pEditor)
         return;
-    const std::string strText = Clipboard(m_hWnd).Text();
+    const std::string strText = ClipboardText(m_hWnd);
     if (strText.empty())
         return;
     pEditor->InsertText(strText);
@@ -486,10 +469,7 @@ void HostFrame::Paste()
 
 void HostFrame::CloseAll()
 {
-    std::vector<HWND> children;
-    MdiChild::ForEach(
-        m_hWndClient, [](HWND hWnd, void* pContext) { static_cast<std::vector<HWND>*>(pContext)->push_back(hWnd); },
-        &children);
+    const std::vector<HWND> children = MdiChild::Children(m_hWndClient);
     for (HWND hWnd : children)
     {
         if (IsWindow(hWnd))

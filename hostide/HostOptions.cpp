@@ -18,41 +18,13 @@ std::string FullPath(const std::string& strPath)
 }
 } // namespace
 
-std::vector<std::string> HostOptions::SplitArguments(const char* pszCommandLine)
-{
-    // Blanks separate words except inside double quotes; the quotes go.
-    std::vector<std::string> arguments;
-    const char* p = pszCommandLine ? pszCommandLine : "";
-    for (;;)
-    {
-        while (*p == ' ' || *p == '\t')
-            ++p;
-        if (!*p)
-            break;
-        std::string strWord;
-        bool bQuoted = false;
-        for (; *p && (bQuoted || (*p != ' ' && *p != '\t')); ++p)
-        {
-            if (*p == '"')
-                bQuoted = !bQuoted;
-            else
-                strWord += *p;
-        }
-        arguments.push_back(strWord);
-    }
-    return arguments;
-}
-
-HostOptions HostOptions::Parse(const char* pszCommandLine)
+HostOptions HostOptions::Parse(int argc, char** argv)
 {
     HostOptions options;
-    const std::vector<std::string> arguments = SplitArguments(pszCommandLine);
-    for (size_t i = 1; i < arguments.size(); ++i)
+    for (int i = 1; i + 1 < argc; ++i) // every switch takes a value
     {
-        const std::string& strSwitch = arguments[i];
-        if (i + 1 >= arguments.size())
-            break; // every switch takes a value
-        const std::string& strValue = arguments[i + 1];
+        const std::string strSwitch = argv[i];
+        const std::string strValue = argv[i + 1];
         if (_stricmp(strSwitch.c_str(), "/log") == 0)
             options.strLog = FullPath(strValue);
         else if (_stricmp(strSwitch.c_str(), "/project") == 0)

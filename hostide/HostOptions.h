@@ -28,9 +28,8 @@ struct HostOptions
     int cx = 1000;
     int cy = 720;
 
-    // Parses a whole command line (the program's name first); unknown words
-    // and malformed values are passed over.
-    static HostOptions Parse(const char* pszCommandLine);
-    static std::vector<std::string> SplitArguments(const char* pszCommandLine);
+    // Parses the program's arguments as the C runtime split them (the
+    // program's name first); unknown words and malformed values are passed over.
+    static HostOptions Parse(int argc, char** argv);
 };
 } // namespace hostide

@@ -97,7 +97,7 @@ bool RegisterClasses()
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int nShowCmd)
 {
-    const HostOptions options = HostOptions::Parse(GetCommandLineA());
+    const HostOptions options = HostOptions::Parse(__argc, __argv);
     HostLog::SetPath(options.strLog);
     HostLog::Write("START pid=" + std::to_string(GetCurrentProcessId()));
 

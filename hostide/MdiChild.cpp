@@ -15,41 +15,31 @@ std::string MdiChild::Title() const
     return HostLog::TitleOf(m_hWnd);
 }
 
-void MdiChild::ForEach(HWND hWndClient, void (*pfnVisit)(HWND hWndChild, void* pContext), void* pContext)
+std::vector<HWND> MdiChild::Children(HWND hWndClient)
 {
+    std::vector<HWND> children;
     for (HWND hWnd = GetWindow(hWndClient, GW_CHILD); hWnd; hWnd = GetWindow(hWnd, GW_HWNDNEXT))
     {
         // The icon titles of minimized children are children of the client too.
         if (GetWindow(hWnd, GW_OWNER) == nullptr)
-            pfnVisit(hWnd, pContext);
+            children.push_back(hWnd);
     }
+    return children;
 }
 
 HWND MdiChild::Find(HWND hWndClient, const char* pszClass, const std::string& strTitle, bool bIgnoreCase)
 {
-    struct Search
+    const unsigned char* pszWanted = reinterpret_cast<const unsigned char*>(strTitle.c_str());
+    for (HWND hWnd : Children(hWndClient))
     {
-        const char* pszClass;
-        const std::string* pstrTitle;
-        bool bIgnoreCase;
-        HWND hWndFound;
-    } search = {pszClass, &strTitle, bIgnoreCase, nullptr};
-    ForEach(
-        hWndClient,
-        [](HWND hWnd, void* pContext) {
-            Search* pSearch = static_cast<Search*>(pContext);
-            char szClass[64] = {};
-            GetClassNameA(hWnd, szClass, sizeof(szClass));
-            if (pSearch->hWndFound || strcmp(szClass, pSearch->pszClass) != 0)
-                return;
-            const std::string strTitle = HostLog::TitleOf(hWnd);
-            const unsigned char* psz1 = reinterpret_cast<const unsigned char*>(strTitle.c_str());
-            const unsigned char* psz2 = reinterpret_cast<const unsigned char*>(pSearch->pstrTitle->c_str());
-            if ((pSearch->bIgnoreCase ? _mbsicmp(psz1, psz2) : _mbscmp(psz1, psz2)) == 0)
-                pSearch->hWndFound = hWnd;
-        },
-        &search);
-    return search.hWndFound;
+        char szClass[64] = {};
+        GetClassNameA(hWnd, szClass, sizeof(szClass));
+        const std::string strHave = HostLog::TitleOf(hWnd);
+        const unsigned char* pszHave = reinterpret_cast<const unsigned char*>(strHave.c_str());
+        if (strcmp(szClass, pszClass) == 0 && (bIgnoreCase ? _mbsicmp(pszHave, pszWanted) : _mbscmp(pszHave, pszWanted)) == 0)
+            return hWnd;
+    }
+    return nullptr;
 }
 
 void MdiChild::Activate(HWND hWndChild)
@@ -92,11 +82,10 @@ bool MdiChild::HandleCommon(UINT nMessage, WPARAM wParam, LPARAM lParam, LRESULT
     }
 }
 
-bool MdiChild::ScrollDocument(TextDocument& document, UINT nCode, int nVisibleLines)
+bool MdiChild::ScrollDocument(TextDocument& document, UINT nCode)
 {
     HostLog::Write("VSCROLL " + Title() + " " + std::to_string(nCode));
     const int nTop = document.TopLine();
-    const int nPage = std::max(1, nVisibleLines - 1);
     switch (nCode)
     {
     case SB_LINEUP:
@@ -104,18 +93,6 @@ bool MdiChild::ScrollDocument(TextDocument& document, UINT nCode, int nVisibleLi
         break;
     case SB_LINEDOWN:
         document.SetTopLine(nTop + 1);
-        break;
-    case SB_PAGEUP:
-        document.SetTopLine(nTop - nPage);
-        break;
-    case SB_PAGEDOWN:
-        document.SetTopLine(nTop + nPage);
-        break;
-    case SB_TOP:
-        document.SetTopLine(0);
-        break;
-    case SB_BOTTOM:
-        document.SetTopLine(document.LineCount() - 1);
         break;
     case SB_THUMBTRACK:
     case SB_THUMBPOSITION:

@@ -8,6 +8,7 @@
 #include "TextDocument.h"
 
 #include <string>
+#include <vector>
 
 namespace hostide
 {
@@ -17,7 +18,7 @@ public:
     std::string Title() const;
 
     // Every MDI child of the client, in window order.
-    static void ForEach(HWND hWndClient, void (*pfnVisit)(HWND hWndChild, void* pContext), void* pContext);
+    static std::vector<HWND> Children(HWND hWndClient);
     // The first MDI child of this class whose title equals strTitle (exactly,
     // or without regard to case when bIgnoreCase is set), or null.
     static HWND Find(HWND hWndClient, const char* pszClass, const std::string& strTitle, bool bIgnoreCase);
@@ -28,8 +29,9 @@ protected:
     // Handles the messages common to all children; false for the others.
     bool HandleCommon(UINT nMessage, WPARAM wParam, LPARAM lParam, LRESULT& lResult);
     // WM_VSCROLL: logs it, then moves the document's top line; false for a
-    // code that moves nothing. nVisibleLines is the height of a page.
-    bool ScrollDocument(TextDocument& document, UINT nCode, int nVisibleLines);
+    // code that moves nothing (a page or the ends: the host's users drag
+    // the thumb).
+    bool ScrollDocument(TextDocument& document, UINT nCode);
     // Any line may be the top one, so the range reaches one page past the end.
     void SetScrollBarTo(const TextDocument& document, int nVisibleLines);
 };

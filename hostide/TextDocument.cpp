@@ -111,71 +111,17 @@ void TextDocument::DeleteBefore()
         m_nColumn = nJoin;
         return;
     }
-    const size_t nEnd = m_nColumn;
-    MoveLeft();
-    m_lines[m_nLine].erase(m_nColumn, nEnd - m_nColumn);
-}
-
-void TextDocument::DeleteAfter()
-{
-    std::string& strLine = m_lines[m_nLine];
-    if (m_nColumn >= strLine.size())
-    {
-        if (m_nLine + 1 < LineCount())
-        {
-            strLine += m_lines[m_nLine + 1];
-            m_lines.erase(m_lines.begin() + m_nLine + 1);
-        }
-        return;
-    }
-    const size_t nStart = m_nColumn;
-    MoveRight();
-    strLine.erase(nStart, m_nColumn - nStart);
-    m_nColumn = nStart;
-}
-
-void TextDocument::MoveLeft()
-{
-    if (m_nColumn == 0)
-        return;
-    // Step over a whole double-byte character.
+    // A double-byte character goes as a whole.
     const char* pszLine = m_lines[m_nLine].c_str();
-    m_nColumn = static_cast<size_t>(CharPrevA(pszLine, pszLine + m_nColumn) - pszLine);
-}
-
-void TextDocument::MoveRight()
-{
-    const std::string& strLine = m_lines[m_nLine];
-    if (m_nColumn >= strLine.size())
-        return;
-    m_nColumn = static_cast<size_t>(CharNextA(strLine.c_str() + m_nColumn) - strLine.c_str());
-}
-
-void TextDocument::MoveUp(int nLines)
-{
-    MoveTo(std::max(0, m_nLine - nLines), m_nColumn);
-}
-
-void TextDocument::MoveDown(int nLines)
-{
-    MoveTo(std::min(LineCount() - 1, m_nLine + nLines), m_nColumn);
+    const size_t nStart = static_cast<size_t>(CharPrevA(pszLine, pszLine + m_nColumn) - pszLine);
+    m_lines[m_nLine].erase(nStart, m_nColumn - nStart);
+    m_nColumn = nStart;
 }
 
 void TextDocument::MoveTo(int nLine, size_t nColumn)
 {
     m_nLine = std::max(0, std::min(nLine, LineCount() - 1));
-    const std::string& strLine = m_lines[m_nLine];
-    nColumn = std::min(nColumn, strLine.size());
-    // Never stop between the two bytes of a double-byte character.
-    size_t nAt = 0;
-    while (nAt < nColumn)
-    {
-        const size_t nNext = static_cast<size_t>(CharNextA(strLine.c_str() + nAt) - strLine.c_str());
-        if (nNext > nColumn || nNext == nAt)
-            break;
-        nAt = nNext;
-    }
-    m_nColumn = nAt;
+    m_nColumn = std::min(nColumn, m_lines[m_nLine].size());
 }
 
 bool TextDocument::SetTopLine(int nTop)

@@ -25,14 +25,9 @@ public:
     void Insert(const std::string& strText);
     void SplitLine();
     void DeleteBefore(); // Backspace: a character, or the line break before the line
-    void DeleteAfter();  // Delete
 
-    void MoveLeft();
-    void MoveRight();
-    void MoveUp(int nLines = 1);
-    void MoveDown(int nLines = 1);
-    void MoveHome() { m_nColumn = 0; }
-    void MoveEnd() { m_nColumn = m_lines[m_nLine].size(); }
+    // To the start (0) or the end (npos) of a line: the only places the
+    // stand-in's keys and clicks put the insertion point.
     void MoveTo(int nLine, size_t nColumn);
 
     int LineCount() const { return static_cast<int>(m_lines.size()); }

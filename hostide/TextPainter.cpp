@@ -9,7 +9,6 @@ namespace hostide
 namespace
 {
 const COLORREF kText = RGB(0, 0, 0);
-const COLORREF kComment = RGB(0, 128, 0);
 const COLORREF kCaretLine = RGB(232, 242, 254);
 const COLORREF kGutter = RGB(228, 228, 228);
 const COLORREF kGutterEdge = RGB(200, 200, 200);
@@ -21,17 +20,6 @@ void Fill(HDC hDC, const RECT& rc, COLORREF color)
     ExtTextOutA(hDC, 0, 0, ETO_OPAQUE, &rc, nullptr, 0, nullptr);
 }
 
-// Where a comment starts in a line, or the line's length.
-size_t CommentStart(const std::string& strLine)
-{
-    const char* psz = strLine.c_str();
-    for (const char* p = psz; *p; p = CharNextA(p))
-    {
-        if (*p == ';' || (p[0] == '/' && p[1] == '/'))
-            return static_cast<size_t>(p - psz);
-    }
-    return strLine.size();
-}
 } // namespace
 
 const TextPainter& TextPainter::Instance()
@@ -78,17 +66,7 @@ void TextPainter::PaintLines(HDC hDC, const RECT& rcArea, int xText, const TextD
         const COLORREF background = bTint ? kCaretLine : RGB(255, 255, 255);
         Fill(hDC, rcLine, background);
         const std::string& strLine = document.Line(nLine);
-        const size_t nComment = bEditor ? CommentStart(strLine) : strLine.size();
-        SetBkColor(hDC, background);
-        const LONG lExtent =
-            TabbedTextOutA(hDC, xText, y, strLine.c_str(), static_cast<int>(nComment), 0, nullptr, xText);
-        if (nComment < strLine.size())
-        {
-            SetTextColor(hDC, kComment);
-            TabbedTextOutA(hDC, xText + LOWORD(lExtent), y, strLine.c_str() + nComment,
-                           static_cast<int>(strLine.size() - nComment), 0, nullptr, xText);
-            SetTextColor(hDC, kText);
-        }
+        TabbedTextOutA(hDC, xText, y, strLine.c_str(), static_cast<int>(strLine.size()), 0, nullptr, xText);
         y += m_nLineHeight;
     }
     if (y < rcArea.bottom)

@@ -73,7 +73,7 @@ LRESULT ViewWindow::HandleMessage(UINT nMessage, WPARAM wParam, LPARAM lParam)
 
 void ViewWindow::OnVScroll(UINT nCode)
 {
-    if (!ScrollDocument(m_document, nCode, VisibleLines()))
+    if (!ScrollDocument(m_document, nCode))
         return;
     UpdateScrollBar();
     InvalidateRect(m_hWndText, nullptr, FALSE);
