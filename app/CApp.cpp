@@ -58,6 +58,12 @@ BOOL CApp::InitInstance()
     if (!g_mutexSingleInstance.Lock(0))
         return FALSE;
 
+    // A plain name would be looked for in the Windows directory: the profile
+    // functions get the file beside the executable, whatever the current
+    // directory is.
+    const CString strPath = GetModuleDirectory(nullptr) + m_pszProfileName;
+    free(m_pszProfileName);
+    m_pszProfileName = _strdup(strPath);
     LoadSettings();
     g_log.Write("start: QUORVANT %s, %d-bit build, settings in %s", static_cast<LPCSTR>(GetVersionText()),
                 static_cast<int>(sizeof(void*) * 8), static_cast<LPCSTR>(GetSettingsPath()));
@@ -169,18 +175,11 @@ CString CApp::GetVersionText()
 
 CString CApp::GetSettingsPath() const
 {
-    // A plain name would be looked for in the Windows directory: the file
-    // lies beside the executable, whatever the current directory is.
-    return GetModuleDirectory(nullptr) + (m_pszProfileName ? m_pszProfileName : "QUORVANT.INI");
+    return m_pszProfileName ? m_pszProfileName : "";
 }
 
 std::vector<CString> CApp::ReadSettingsFile()
 {
-    // The profile functions work on m_pszProfileName, pointed at the full
-    // path for the read only.
-    char* pszProfileKept = m_pszProfileName;
-    const CString strPath = GetSettingsPath();
-    m_pszProfileName = _strdup(strPath);
     std::vector<CString> texts;
     for (const Setting& setting : GetSettings())
     {
@@ -193,8 +192,6 @@ std::vector<CString> CApp::ReadSettingsFile()
             strText = GetProfileString(setting.strSection, setting.strKey, strText);
         texts.push_back(strText);
     }
-    free(m_pszProfileName);
-    m_pszProfileName = pszProfileKept;
     return texts;
 }
 
@@ -239,8 +236,6 @@ void CApp::ApplyLogSetting()
 void CApp::SaveSettings()
 {
     ReloadSettings();
-    char* pszProfileKept = m_pszProfileName;
-    m_pszProfileName = _strdup(GetSettingsPath());
     for (const Setting& setting : GetSettings())
     {
         if (setting.pFlag)
@@ -248,8 +243,6 @@ void CApp::SaveSettings()
         else
             WriteProfileString(setting.strSection, setting.strKey, setting.Get());
     }
-    free(m_pszProfileName);
-    m_pszProfileName = pszProfileKept;
     // The file holds this program's values now: only what changes from
     // here on is the user's.
     m_settingsRead.clear();
@@ -282,16 +275,15 @@ void CApp::RunCommand(HWND hWndFrame, const CString& strTemplate, const CString&
     if (strTemplate.IsEmpty())
         return;
 
-    const std::string strProject =
-        TextWords::ProjectPathFromTitle(GetWindowTitle(hWndFrame, WINDOW_TEXT_LIMIT), IsAnsiLeadByte);
+    const CString strProject = GetProjectPathOfFrame(hWndFrame);
     // The project's folder without its last backslash, as a user writes
     // "%PROJECTDIR%\out.hex".
-    CString strProjectDir = GetDirectoryOfPath(strProject.c_str());
+    CString strProjectDir = GetDirectoryOfPath(strProject);
     if (strProjectDir.GetLength() > 3 && strProjectDir.Right(1) == "\\")
         strProjectDir = strProjectDir.Left(strProjectDir.GetLength() - 1);
     const std::vector<CommandTemplate::Field> fields = {
         {"%FILENAME%", static_cast<LPCSTR>(strFileName)},
-        {"%PROJECT%", strProject},
+        {"%PROJECT%", static_cast<LPCSTR>(strProject)},
         {"%PROJECTDIR%", static_cast<LPCSTR>(strProjectDir)},
     };
     g_strPendingCommand = CommandTemplate::Expand(strTemplate, fields, IsAnsiLeadByte).c_str();
@@ -322,6 +314,5 @@ BOOL CApp::CanRunTool(int nTool, HWND hWndFrame, const CString& strFileName) con
     const CTool& tool = m_tools[nTool];
     if (tool.NeedsFile() && strFileName.IsEmpty())
         return FALSE;
-    return !tool.NeedsProject() ||
-           !TextWords::ProjectPathFromTitle(GetWindowTitle(hWndFrame, WINDOW_TEXT_LIMIT), IsAnsiLeadByte).empty();
+    return !tool.NeedsProject() || !GetProjectPathOfFrame(hWndFrame).IsEmpty();
 }

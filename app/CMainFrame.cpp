@@ -216,12 +216,14 @@ void CMainFrame::OnTimer(UINT_PTR nIDEvent)
     if (nIDEvent != kSettingsTimer)
         return CTrayIconFrame::OnTimer(nIDEvent);
     const WIN32_FILE_ATTRIBUTE_DATA data = SettingsFileData();
+    BOOL bChanged = FALSE;
     if (!SameFile(data, m_settingsFile))
     {
         m_settingsFile = data;
-        GetApp()->ReloadSettings();
+        bChanged = GetApp()->ReloadSettings();
     }
-    // Also when nothing changed: what the host refused a moment ago (its
-    // menu was open) is asked for again.
-    m_items.ApplySettings();
+    // Also what a host refused a moment ago (its menu was open) is asked
+    // for again.
+    if (bChanged || m_items.IsAnyRefused())
+        m_items.ApplySettings();
 }

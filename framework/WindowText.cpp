@@ -1,5 +1,8 @@
 #include "WindowText.h"
 
+#include "PathNames.h"
+#include "TextWords.h"
+
 #include <mbstring.h>
 #include <string.h>
 
@@ -37,4 +40,9 @@ HWND FindChildTitled(HWND hWndParent, LPCSTR lpszTitle, BOOL bEnding)
             return hWnd;
     }
     return nullptr;
+}
+
+CString GetProjectPathOfFrame(HWND hWndFrame)
+{
+    return CString(TextWords::ProjectPathFromTitle(GetWindowTitle(hWndFrame), IsAnsiLeadByte).c_str());
 }

@@ -26,6 +26,7 @@ public:
     // The user tools changed, or the popup could not be put up before (the
     // host had a menu open): the "&Assist" popup is put up with them.
     void ApplySettings() override;
+    BOOL IsRefused() const override { return m_bPopupRefused; }
 
     // The host's process, and whether it runs 32 or 64 bits.
     DWORD m_dwHostProcessId = 0;

@@ -22,9 +22,12 @@ public:
     virtual void OnHookMessage(const HookRecord* pRecord) = 0;
     // After it handled one, or when a posted one arrived (HOOK_MESSAGE_DONE).
     virtual void OnHookMessageDone(const HookRecord* pRecord) = 0;
-    // Brings what the item put into the host in line with the settings;
-    // called after every look at the settings file, changed or not.
+    // Brings what the item put into the host in line with the settings:
+    // after they changed, and while IsRefused says the host refused it.
     virtual void ApplySettings() {}
+    // The host refused what the item asked of it for now (it had a menu
+    // open): ApplySettings asks again at the next look at the settings.
+    virtual BOOL IsRefused() const { return FALSE; }
 
     HWND m_hWnd;
     CItems* m_pItems; // the registry that owns this item

@@ -71,6 +71,16 @@ void CItems::ApplySettings()
     }
 }
 
+BOOL CItems::IsAnyRefused() const
+{
+    for (const CItem* pItem : *this)
+    {
+        if (pItem->IsRefused())
+            return TRUE;
+    }
+    return FALSE;
+}
+
 void CItems::OnHookMessage(const HookRecord* pRecord)
 {
     if (CItem* pItem = Find(HookRecordWindow(pRecord)))

@@ -25,6 +25,7 @@ public:
     void OnHookMessageDone(const HookRecord* pRecord);
     // Has every item apply the settings (CItem::ApplySettings).
     void ApplySettings();
+    BOOL IsAnyRefused() const; // CItem::IsRefused of any item
     BOOL IsEmpty() const { return empty(); }
     // Deletes the items whose windows no longer exist (their host was killed
     // and will never report them gone).

@@ -13,6 +13,7 @@
 #include "PathNames.h"
 #include "QuorvantHook.h"
 #include "TextWords.h"
+#include "WindowText.h"
 #include "resource.h"
 
 #include <mbstring.h>
@@ -31,7 +32,6 @@ const UINT_PTR kRefreshTimer = 1001;
 const UINT kRefreshPeriod = 500;  // ms
 const int kTimerRequests = 100;
 const int kPollsPerSearch = 10;   // an unchanged directory is searched every tenth poll
-const int kTitleBuffer = 1024;
 
 const int kImageSourceFile = 9;
 const int kImageHeaderFile = 10;
@@ -163,7 +163,7 @@ void CProjectDlg::DoDataExchange(CDataExchange* pDX)
     if (pDX->m_bSaveAndValidate)
         return;
 
-    const CString strPath = ReadProjectPath();
+    const CString strPath = GetProjectPathOfFrame(m_hWndHost);
     if (m_strProject.CompareNoCase(strPath) != 0)
     {
         m_strProject = strPath;
@@ -185,14 +185,6 @@ void CProjectDlg::DoDataExchange(CDataExchange* pDX)
     CApp* pApp = GetApp();
     FillGroup(m_sourceFiles, m_cursorSourceFiles, pApp->m_strSource, kImageSourceFile);
     FillGroup(m_headerFiles, m_cursorHeaderFiles, pApp->m_strHeader, kImageHeaderFile);
-}
-
-CString CProjectDlg::ReadProjectPath() const
-{
-    char szTitle[kTitleBuffer] = {};
-    ::GetWindowTextA(m_hWndHost, szTitle, kTitleBuffer);
-
-    return CString(TextWords::ProjectPathFromTitle(szTitle, IsAnsiLeadByte).c_str());
 }
 
 void CProjectDlg::FillGroup(CTreeItems& group, CTreeCursor cursorGroup, LPCSTR lpszPatterns, int nImage)

@@ -48,9 +48,6 @@ public:
 
     // The record of the selected node, or NULL.
     CTreeItem* GetSelectedItem() const;
-    // The third blank- or hyphen-separated token of the host frame's title;
-    // empty when there is none.
-    CString ReadProjectPath() const;
     // Brings a group in step with the project directory: a record for every
     // file that one of the ";"-separated patterns finds there with the
     // archive attribute, none for the others; records of files still there
