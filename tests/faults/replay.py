@@ -57,6 +57,18 @@ FAULTS = [
     ("the Run value is left pointing at another copy", "app/StartWithWindows.cpp",
      'return CString("\\"") + szPath + "\\"";', 'return CString("\\"C:\\\\elsewhere\\\\QUORVANT.exe\\"");',
      ["test_app$"]),
+    ("a tool that answers again never hears what it missed", "hook/CRecordReporter.cpp",
+     "    m_channel.ProbeAnswered();\n    CatchUp();", "    m_channel.ProbeAnswered();", ["test_hook$"]),
+    ("a stranger's uninstall makes the library leave the host", "hook/CHostSession.cpp",
+     "                if (IsSessionKey(static_cast<uint32_t>(wParam), static_cast<uint32_t>(lParam)))\n"
+     "                    Leave(true);",
+     "                if (true)\n                    Leave(true);", ["test_hook$"]),
+    ("a forged WM_NCDESTROY ends a live window's watch", "hook/CHostSession.cpp",
+     "        if (!m_destroyWatch.IsBeingDestroyed(hWnd))\n            return 0;\n        const LRESULT",
+     "        if (false)\n            return 0;\n        const LRESULT", ["test_hook$"]),
+    ("a record the system aborts because the tool hangs counts as delivered", "hook/CToolChannel.cpp",
+     "if (m_hWndTool && IsHungAppWindow(m_hWndTool))", "if (false && m_hWndTool && IsHungAppWindow(m_hWndTool))",
+     ["robust_tool_hang$"]),
 ]
 
 
