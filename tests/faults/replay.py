@@ -69,6 +69,21 @@ FAULTS = [
     ("a record the system aborts because the tool hangs counts as delivered", "hook/CToolChannel.cpp",
      "if (m_hWndTool && IsHungAppWindow(m_hWndTool))", "if (false && m_hWndTool && IsHungAppWindow(m_hWndTool))",
      ["test_hook$"]),
+    ("another program's messages to the host pass for the hung tool at work", "hook/CToolChannel.h",
+     "        if (bFromTool)\n            ++m_nSignsOfLife;", "        if (true)\n            ++m_nSignsOfLife;",
+     ["test_hook$"]),
+    ("a killed tool's popup is still on the host's menu bar when the user opens a menu", "hook/CHostSession.cpp",
+     "if (nKind == KIND_FRAME && m_requests.HasPopup(hWnd) && !IsWindow(m_reporter.Channel().Tool()))",
+     "if (false && nKind == KIND_FRAME && m_requests.HasPopup(hWnd))", ["test_hook$"]),
+    ("every activation and z-order change of the frame is reported", "hook/ReportRules.cpp",
+     "w.bAfter = (uFlags & (SWP_NOMOVE | SWP_NOSIZE)) != (SWP_NOMOVE | SWP_NOSIZE) ||",
+     "w.bAfter = true ||", ["test_hook$"]),
+    ("the host scrolls on for a killed tool", "hook/CHostSession.cpp",
+     "if (m_nWheelStep && m_toolWatch.IsToolGone())", "if (false && m_toolWatch.IsToolGone())",
+     ["test_robust_faults"]),
+    ("the tool takes a record without its key", "hook/QuorvantHook.h",
+     "return IsHookKey(pRecord->key, key) ? pRecord : nullptr;", "return key[0] ? pRecord : nullptr;",
+     ["test_records"]),
 ]
 
 
