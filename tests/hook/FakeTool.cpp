@@ -1,108 +1,78 @@
 // A stand-in for the tool, to test the hook library on its own: a hidden
 // window that calls installHook and appends every record it receives to a
-// log, one line each:
+// log, one line each, a window (8 hex digits) and three numbers:
 //
-//   READY <own window> <result>          installHook has returned (result 1: the hook is set)
-//   CREATE <kind> <window>               code 1
-//   BEFORE <window> <message> <wParam> <flags>   code 2
-//   AFTER <window> <message> <wParam> <flags>    code 3
-//   DESTROY <window>                     code 4
-//   BAD <code> <size>                    a record the contract does not allow
-//   HANG <ms> / AWAKE                    the tool stopped answering, and resumed
-//   EXIT <windows still reported>        after uninstallHook and the wait for the destroys
+//   READY <own window> <installHook's result> <key> <key>   (the test sends requests with the key)
+//   CREATE <window> <kind>                          code 1
+//   BEFORE/AFTER <window> <message> <wParam> <flags> codes 2 and 3
+//   DESTROY <window>                                code 4
+//   BAD <code> <size>                               a record the contract does not allow
+//   HANG <ms> / AWAKE                               stopped answering, and resumed
+//   EXIT 0 <windows still reported>                 after uninstallHook and the wait for the destroys
 //
-// Windows as 8 hex digits, numbers in decimal. Like the real tool it posts
-// the registered dock bar message to every host frame it hears of.
+// Like the real tool it posts the registered dock bar message to every host
+// frame it hears of.
 //
 // FakeTool.exe /log <file> [/busy <ms>] [/badwindow]
 //   /busy: on every wheel record, work for the host for that long before
-//          answering (send it SB_ENDSCROLL over and over, as the tool sends
-//          the host its scroll lines), like a slow but healthy tool
+//          answering (requests with the key), like a slow but healthy tool
 //   /badwindow: give installHook a handle that is no window
 //
-// Posted to its window (class "QvFakeTool"): kHangMessage (wParam: ms) stops
-// answering anything for that long; WM_CLOSE uninstalls and ends.
+// Posted to its window: kHangMessage (wParam: ms) stops answering anything for
+// that long; WM_CLOSE uninstalls and ends.
 #include <windows.h>
 
-#include <stdarg.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
 
-#include <map>
-#include <string>
+#include <set>
 
 #include "QuorvantHook.h"
 
 namespace
 {
-const char kClass[] = "QvFakeTool";
 const UINT kHangMessage = WM_APP + 1;
-// WM_COPYDATA of the test program: send a request to the host as the tool
-// that installed the hook does. Data: HWND word, request code (0: focus),
-// then the request's data; the answer is the request's.
-const ULONG_PTR kProxyRequest = 0x50525859;
-const DWORD kExitWaitMs = 5000;
 
-HANDLE g_hLog = INVALID_HANDLE_VALUE;
+FILE* g_pLog = nullptr;
 DWORD g_dwBusyMs = 0;
-UINT g_uCreateDockBar = 0;
-std::map<uint32_t, int> g_reported; // window -> kind, while reported
+std::set<uint32_t> g_reported;
 
-void Log(const char* pszFormat, ...)
+void Log(const char* pszWhat, uint32_t nWindow, unsigned n1 = 0, unsigned n2 = 0, unsigned n3 = 0)
 {
-    char szLine[256];
-    va_list args;
-    va_start(args, pszFormat);
-    const int nLength = vsnprintf(szLine, sizeof(szLine) - 2, pszFormat, args);
-    va_end(args);
-    if (nLength <= 0)
-        return;
-    const size_t nSize = strlen(szLine);
-    szLine[nSize] = '\r';
-    szLine[nSize + 1] = '\n';
-    DWORD dwWritten = 0;
-    // Unbuffered: a reader sees each line as soon as it is written.
-    WriteFile(g_hLog, szLine, static_cast<DWORD>(nSize + 2), &dwWritten, nullptr);
+    fprintf(g_pLog, "%s %08X %u %u %u\n", pszWhat, nWindow, n1, n2, n3);
+    fflush(g_pLog); // a reader sees each line as soon as it is written
 }
 
-void OnRecord(const COPYDATASTRUCT* pData)
+LRESULT OnCopyData(const COPYDATASTRUCT* pData)
 {
     if (pData->cbData != sizeof(HookRecord) || pData->dwData < HOOK_CREATE || pData->dwData > HOOK_DESTROY)
-    {
-        Log("BAD %lu %lu", static_cast<unsigned long>(pData->dwData), static_cast<unsigned long>(pData->cbData));
-        return;
-    }
+        return Log("BAD", 0, static_cast<unsigned>(pData->dwData), pData->cbData), 0;
     const HookRecord* pRecord = static_cast<const HookRecord*>(pData->lpData);
-    switch (pData->dwData)
+    if (pData->dwData == HOOK_CREATE)
     {
-    case HOOK_CREATE:
-        Log("CREATE %u %08X", pRecord->nKind, pRecord->hWnd);
-        g_reported[pRecord->hWnd] = static_cast<int>(pRecord->nKind);
+        Log("CREATE", pRecord->hWnd, pRecord->nKind);
+        g_reported.insert(pRecord->hWnd);
         if (pRecord->nKind == KIND_FRAME)
-            PostMessageA(HookRecordWindow(pRecord), g_uCreateDockBar, 0, 0);
-        break;
-    case HOOK_MESSAGE:
-    case HOOK_MESSAGE_DONE:
-        Log("%s %08X %u %u %u", pData->dwData == HOOK_MESSAGE ? "BEFORE" : "AFTER", pRecord->hWnd, pRecord->nMessage,
-            pRecord->wParam, pRecord->nFlags);
-        if (g_dwBusyMs && pRecord->nMessage == WM_MOUSEWHEEL)
-        {
-            const DWORD dwStart = GetTickCount();
-            while (GetTickCount() - dwStart < g_dwBusyMs)
-            {
-                // Requests with the key: the one sign of life the library
-                // takes from a tool whose record is late.
-                RequestHostChoose(HookRecordWindow(pRecord), 0);
-                Sleep(20);
-            }
-        }
-        break;
-    case HOOK_DESTROY:
-        Log("DESTROY %08X", pRecord->hWnd);
-        g_reported.erase(pRecord->hWnd);
-        break;
+            PostMessageA(HookRecordWindow(pRecord), RegisterWindowMessageA("49ED7A1D-5042-42B2-9095-89DBDA86205C"), 0, 0);
     }
+    else if (pData->dwData == HOOK_DESTROY)
+    {
+        Log("DESTROY", pRecord->hWnd);
+        g_reported.erase(pRecord->hWnd);
+    }
+    else
+    {
+        Log(pData->dwData == HOOK_MESSAGE ? "BEFORE" : "AFTER", pRecord->hWnd, pRecord->nMessage, pRecord->wParam,
+            pRecord->nFlags);
+        // Requests with the key: the one sign of life the library takes from
+        // a tool whose record is late.
+        for (const DWORD dwStart = GetTickCount(); g_dwBusyMs && pRecord->nMessage == WM_MOUSEWHEEL &&
+                                                   GetTickCount() - dwStart < g_dwBusyMs;
+             Sleep(20))
+            RequestHostChoose(HookRecordWindow(pRecord), 0);
+    }
+    return 0;
 }
 
 LRESULT CALLBACK WndProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
@@ -110,51 +80,27 @@ LRESULT CALLBACK WndProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
     switch (uMsg)
     {
     case WM_COPYDATA:
-    {
-        const COPYDATASTRUCT* pData = reinterpret_cast<const COPYDATASTRUCT*>(lParam);
-        if (pData->dwData == kProxyRequest && pData->cbData >= 8)
-        {
-            uint32_t head[2];
-            memcpy(head, pData->lpData, sizeof(head));
-            HWND hWndTarget = HandleFromWord<HWND>(head[0]);
-            if (head[1] == 0)
-            {
-                RequestHostFocus(hWndTarget);
-                return 1;
-            }
-            return SendHostRequest(hWndTarget, head[1], static_cast<const char*>(pData->lpData) + 8,
-                                   pData->cbData - 8);
-        }
-        OnRecord(pData);
-        return 0;
-    }
-    case kHangMessage:
-        // Not answering at all: no message of any kind is taken meanwhile.
-        Log("HANG %lu", static_cast<unsigned long>(wParam));
+        return OnCopyData(reinterpret_cast<const COPYDATASTRUCT*>(lParam));
+    case kHangMessage: // not answering at all: no message of any kind is taken meanwhile
+        Log("HANG", 0, static_cast<unsigned>(wParam));
         Sleep(static_cast<DWORD>(wParam));
-        Log("AWAKE");
+        Log("AWAKE", 0);
         return 0;
     case WM_CLOSE:
     {
         // The real tool's way out: uninstall, then take records until every
-        // reported window is gone (bounded here, so a test cannot hang).
+        // reported window is gone (bounded, so a test cannot hang).
         uninstallHook();
-        const DWORD dwStart = GetTickCount();
-        while (!g_reported.empty() && GetTickCount() - dwStart < kExitWaitMs)
-        {
-            MSG msg;
+        MSG msg;
+        for (const DWORD dwStart = GetTickCount(); !g_reported.empty() && GetTickCount() - dwStart < 5000;)
             if (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE))
                 DispatchMessageA(&msg);
             else
                 MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
-        }
-        Log("EXIT %u", static_cast<unsigned>(g_reported.size()));
-        DestroyWindow(hWnd);
-        return 0;
-    }
-    case WM_DESTROY:
+        Log("EXIT", 0, static_cast<unsigned>(g_reported.size()));
         PostQuitMessage(0);
         return 0;
+    }
     default:
         return DefWindowProcA(hWnd, uMsg, wParam, lParam);
     }
@@ -163,44 +109,30 @@ LRESULT CALLBACK WndProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
 
 int main(int argc, char** argv)
 {
-    const char* pszLog = nullptr;
     bool bBadWindow = false;
     for (int i = 1; i < argc; ++i)
     {
         if (strcmp(argv[i], "/log") == 0 && i + 1 < argc)
-            pszLog = argv[++i];
+            g_pLog = fopen(argv[++i], "a");
         else if (strcmp(argv[i], "/busy") == 0 && i + 1 < argc)
             g_dwBusyMs = static_cast<DWORD>(atoi(argv[++i]));
-        else if (strcmp(argv[i], "/badwindow") == 0)
-            bBadWindow = true;
+        else
+            bBadWindow = bBadWindow || strcmp(argv[i], "/badwindow") == 0;
     }
-    if (!pszLog)
+    if (!g_pLog)
         return 2;
-    g_hLog = CreateFileA(pszLog, FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                         OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (g_hLog == INVALID_HANDLE_VALUE)
-        return 3;
-    g_uCreateDockBar = RegisterWindowMessageA("49ED7A1D-5042-42B2-9095-89DBDA86205C");
-
     WNDCLASSA wc = {};
     wc.lpfnWndProc = WndProc;
-    wc.hInstance = GetModuleHandleA(nullptr);
-    wc.lpszClassName = kClass;
+    wc.lpszClassName = "QvFakeTool";
     RegisterClassA(&wc);
-    HWND hWnd = CreateWindowA(kClass, "fake tool", WS_OVERLAPPED, 0, 0, 10, 10, nullptr, nullptr, wc.hInstance, nullptr);
-    if (!hWnd)
-        return 4;
+    HWND hWnd = CreateWindowA("QvFakeTool", "fake tool", WS_OVERLAPPED, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
     // A handle that names no window: every record the hosts send fails.
-    HWND hWndTool = bBadWindow ? reinterpret_cast<HWND>(static_cast<LONG_PTR>(0x7ff0)) : hWnd;
-    const BOOL bInstalled = installHook(hWndTool);
-    Log("READY %08X %d", HookWindowWord(hWnd), bInstalled ? 1 : 0);
-
+    const BOOL bInstalled = installHook(bBadWindow ? reinterpret_cast<HWND>(static_cast<LONG_PTR>(0x7ff0)) : hWnd);
+    uint32_t key[2] = {};
+    hookKey(key);
+    Log("READY", HookWindowWord(hWnd), bInstalled ? 1 : 0, key[0], key[1]);
     MSG msg;
     while (GetMessageA(&msg, nullptr, 0, 0) > 0)
-    {
-        TranslateMessage(&msg);
         DispatchMessageA(&msg);
-    }
-    CloseHandle(g_hLog);
     return 0;
 }
