@@ -84,6 +84,21 @@ FAULTS = [
     ("the tool takes a record without its key", "hook/QuorvantHook.h",
      "return IsHookKey(pRecord->key, key) ? pRecord : nullptr;", "return key[0] ? pRecord : nullptr;",
      ["test_records"]),
+    ("the flat button stays raised after the pointer has left it", "controls/CFlatButton.cpp",
+     "if (nIDEvent == m_nTimer && m_nTimer != 0 && !m_bPressed)", "if (false)", ["test_flatbutton"]),
+    ("a modeless page is never deleted", "controls/CModelessDialogEx.cpp",
+     "if (m_bModeless && m_bAutoDelete)", "if (false)", ["test_dialogs"]),
+    ("a failing data exchange closes the page anyway", "controls/CModelessDialogEx.cpp",
+     "if (UpdateData(TRUE))", "if (UpdateData(TRUE) || true)", ["test_dialogs"]),
+    ("Enter ends a page that has no OK button", "controls/CModelessDialogEx.cpp",
+     "if (m_bHookReturn && pMsg->wParam == VK_RETURN && OnReturnKey())", "if (false)", ["test_dialogs"]),
+    ("a tree record is found by its path only in the same case", "controls/CTreeItems.cpp",
+     "GetPath().CompareNoCase(lpszPath)", "GetPath().Compare(lpszPath)", ["test_tree$"]),
+    ("the image button's image sits a pixel right of its margin", "controls/CLBitmapButton.cpp",
+     "OffsetRect(&rectImage, bText ? dy : dx, dy);", "OffsetRect(&rectImage, bText ? dy + 1 : dx, dy);",
+     ["test_bitmapbutton"]),
+    ("the icon's transparent pixels are painted", "res/tools/textart.py",
+     "lambda c: 1 if c == t else 0", "lambda c: 0", ["test_textart", "test_res$"]),
 ]
 
 
