@@ -57,6 +57,11 @@ FAULTS = [
     ("the Run value is left pointing at another copy", "app/StartWithWindows.cpp",
      'return CString("\\"") + szPath + "\\"";', 'return CString("\\"C:\\\\elsewhere\\\\QUORVANT.exe\\"");',
      ["test_app$"]),
+    ("a file's Close and Build Node are offered while it is not open", "project/CFileTreeItem.cpp",
+     "        pCmdUI->Enable(FindHostWindow() != nullptr);", "        pCmdUI->Enable(TRUE);", ["test_kinds"]),
+    ("the Assist Window's width is not kept at exit", "assist/CDockBar.cpp",
+     "GetApp()->m_rectDock = CRect(0, 0, rectClient.Width(), rectClient.Height());",
+     "GetApp()->m_rectDock = CRect(0, 0, 0, rectClient.Height());", ["test_dock"]),
 ]
 
 
