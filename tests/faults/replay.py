@@ -99,6 +99,11 @@ FAULTS = [
      ["test_bitmapbutton"]),
     ("the icon's transparent pixels are painted", "res/tools/textart.py",
      "lambda c: 1 if c == t else 0", "lambda c: 0", ["test_textart", "test_res$"]),
+    ("a file's Close and Build Node are offered while it is not open", "project/CFileTreeItem.cpp",
+     "        pCmdUI->Enable(FindHostWindow() != nullptr);", "        pCmdUI->Enable(TRUE);", ["test_kinds"]),
+    ("the Assist Window's width is not kept at exit", "assist/CDockBar.cpp",
+     "GetApp()->m_rectDock = CRect(0, 0, rectClient.Width(), rectClient.Height());",
+     "GetApp()->m_rectDock = CRect(0, 0, 0, rectClient.Height());", ["test_dock"]),
 ]
 
 
