@@ -57,6 +57,13 @@ FAULTS = [
     ("the Run value is left pointing at another copy", "app/StartWithWindows.cpp",
      'return CString("\\"") + szPath + "\\"";', 'return CString("\\"C:\\\\elsewhere\\\\QUORVANT.exe\\"");',
      ["test_app$"]),
+    ("Ctrl+E opens the external editor without saving the file first", "app/CApp.cpp",
+     "if (m_bSaveAutomatically)\n        ::SendMessageA(hWndFrame, WM_COMMAND, HostIde::kCmdSaveAll, 0);",
+     "if (false)\n        ::SendMessageA(hWndFrame, WM_COMMAND, HostIde::kCmdSaveAll, 0);", ["test_items"]),
+    ("the settings file loses its Log key", "app/CApp.cpp",
+     '{kSettings, "Log", nullptr, &m_bLog, nullptr},', "", ["test_settings"]),
+    ("an empty comment pastes the clipboard anyway", "comment/CCommentDlg.cpp",
+     "if (m_edit.GetSel() == 0)\n        return;", "if (false)\n        return;", ["test_comment$"]),
 ]
 
 
