@@ -6,18 +6,6 @@
 
 using namespace qt;
 
-namespace
-{
-// The file as one line: "Section/Key=Value|..." in the file's order.
-std::string Flat(const std::string& strPath)
-{
-    std::string strFlat;
-    for (const IniLine& line : ReadIni(strPath))
-        strFlat += line.strSection + "/" + line.strKey + "=" + line.strValue + "|";
-    return strFlat;
-}
-} // namespace
-
 TEST_CASE(every_key_is_written_at_exit_in_order_with_its_default_or_the_value_read_at_start)
 {
     std::string strDefaults = "Settings/Source=*.asm;*.c|Settings/Header=*.inc;*.h|"
@@ -28,7 +16,10 @@ TEST_CASE(every_key_is_written_at_exit_in_order_with_its_default_or_the_value_re
         strDefaults += std::string("Tool") + pszTool + "/Caption=|Tool" + pszTool + "/Command=|";
     Tool tool(MakeScratchDir("values"));
     REQUIRE(tool.Start() && tool.Exit());
-    CHECK_EQ(Flat(tool.SettingsPath()), strDefaults);
+    std::string strFlat; // the file as one line, in its order
+    for (const IniLine& line : ReadIni(tool.SettingsPath()))
+        strFlat += line.strSection + "/" + line.strKey + "=" + line.strValue + "|";
+    CHECK_EQ(strFlat, strDefaults);
 
     // The profile functions take one pair of quotes off a value that starts
     // and ends with one; what was written that way must come back unchanged.
@@ -65,7 +56,8 @@ TEST_CASE(junk_overlong_values_and_a_folder_in_place_of_the_file_are_survived)
     {
         Tool tool(MakeScratchDir("junk"));
         // A folder, not a read-only file: the tests run as root, who may write to that.
-        REQUIRE(pText ? WriteTextFile(tool.SettingsPath(), *pText) : CreateDirectoryA(tool.SettingsPath().c_str(), nullptr));
+        REQUIRE(pText ? WriteTextFile(tool.SettingsPath(), *pText)
+                      : CreateDirectoryA(tool.SettingsPath().c_str(), nullptr));
         REQUIRE(tool.Start());
         CHECK(tool.Exit());
         CHECK_EQ(tool.GetProcess().ExitCode(), 0ul);

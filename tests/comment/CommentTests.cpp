@@ -52,27 +52,25 @@ struct Session
 {
     explicit Session(const char* pszTag, const std::string& strSettings = std::string())
         : strFile(MakeSource(MakeScratchDir(pszTag), "main.asm", 2)),
-          ht(pszTag, "/open \"" + strFile + "\"", strSettings), host(ht.host), tool(ht.tool)
+          ht(pszTag, "/open \"" + strFile + "\"", strSettings)
     {
     }
     // Ctrl+Enter in the editor: the Comment Editor in front, or NULL.
     HWND Open()
     {
-        if (!ht.ok || !FocusEditor(host, host.FindWindowByTitle(strFile)))
+        if (!ht.ok || !FocusEditor(ht.host, ht.host.FindWindowByTitle(strFile)))
             return nullptr;
-        host.WaitQuiet();
+        ht.host.WaitQuiet();
         SendKeys({VK_CONTROL, VK_RETURN});
         HWND hWnd = nullptr;
-        WaitFor([&] { return (hWnd = CommentEditor(tool.GetProcess().Id())) != nullptr; }, 5000);
+        WaitFor([&] { return (hWnd = CommentEditor(ht.tool.GetProcess().Id())) != nullptr; }, 5000);
         SetForegroundWindow(hWnd); // typed keys go to its field
         return WaitFor([&] { return hWnd && GetForegroundWindow() == hWnd; }, 3000) ? hWnd : nullptr;
     }
-    bool Gone() { return WaitFor([&] { return !CommentEditor(tool.GetProcess().Id()); }, 10000); }
+    bool Gone() { return WaitFor([&] { return !CommentEditor(ht.tool.GetProcess().Id()); }, 10000); }
 
     std::string strFile;
     HostAndTool ht;
-    Host& host;
-    Tool& tool;
 };
 } // namespace
 
@@ -91,13 +89,13 @@ TEST_CASE(enter_and_the_paste_button_paste_the_comment_and_the_clipboard_gets_ba
         REQUIRE(FillClipboard(c.pszText, c.bMore));
         HWND hWndDialog = s.Open();
         REQUIRE(hWndDialog != nullptr);
-        CHECK(!IsWindowEnabled(s.host.Frame())); // modal over the host
-        s.host.ClearLog();
+        CHECK(!IsWindowEnabled(s.ht.host.Frame())); // modal over the host
+        s.ht.host.ClearLog();
         TypeText(L"; checked");
         c.bButton ? ClickMiddle(GetDlgItem(hWndDialog, IDOK)) : SendKeys({VK_RETURN});
         CHECK(s.Gone());
-        CHECK(s.host.WaitLog("PASTE ; checked", 5000));
-        CHECK_EQ(s.host.CountLog("COMMAND 1040"), 1);
+        CHECK(s.ht.host.WaitLog("PASTE ; checked", 5000));
+        CHECK_EQ(s.ht.host.CountLog("COMMAND 1040"), 1);
         CHECK(ClipboardText() == std::wstring(c.pszText ? c.pszText : L""));
         CHECK_EQ(IsClipboardFormatAvailable(kPrivateFormat) && IsClipboardFormatAvailable(CF_BITMAP), c.bMore);
     }
@@ -112,7 +110,7 @@ TEST_CASE(an_empty_field_cancel_escape_and_alt_f4_paste_nothing_and_leave_the_cl
         const DWORD dwSequence = GetClipboardSequenceNumber();
         HWND hWndDialog = s.Open();
         REQUIRE(hWndDialog != nullptr);
-        s.host.ClearLog();
+        s.ht.host.ClearLog();
         if (nWay > 0)
             TypeText(L"never pasted");
         if (nWay == 1)
@@ -120,9 +118,9 @@ TEST_CASE(an_empty_field_cancel_escape_and_alt_f4_paste_nothing_and_leave_the_cl
         else
             nWay == 3 ? SendKeys({VK_MENU, VK_F4}) : SendKeys({static_cast<WORD>(nWay ? VK_ESCAPE : VK_RETURN)});
         CHECK(s.Gone());
-        PostMessageA(s.host.Frame(), WM_COMMAND, 1033, 0); // the marker: behind anything the tool sent
-        REQUIRE(s.host.WaitLog("BUILD 1033", 5000));
-        CHECK_EQ(s.host.CountLog("COMMAND 1040") + s.host.CountLogPrefix("PASTE"), 0);
+        PostMessageA(s.ht.host.Frame(), WM_COMMAND, 1033, 0); // the marker: behind anything the tool sent
+        REQUIRE(s.ht.host.WaitLog("BUILD 1033", 5000));
+        CHECK_EQ(s.ht.host.CountLog("COMMAND 1040") + s.ht.host.CountLogPrefix("PASTE"), 0);
         CHECK_EQ(GetClipboardSequenceNumber(), dwSequence);
         if (CurrentFailed())
             printf("  way %d\n", nWay);
@@ -138,10 +136,10 @@ TEST_CASE(a_host_that_hangs_on_the_paste_or_dies_stops_neither_the_tool_nor_the_
         HWND hWndDialog = s.Open();
         REQUIRE(hWndDialog != nullptr);
         TypeText(L"late");
-        HWND hWndFrame = s.host.Frame();
+        HWND hWndFrame = s.ht.host.Frame();
         HANDLE hThread = OpenThread(THREAD_SUSPEND_RESUME, FALSE, GetWindowThreadProcessId(hWndFrame, nullptr));
         REQUIRE(hThread != nullptr);
-        bHung ? static_cast<void>(SuspendThread(hThread)) : s.host.Kill();
+        bHung ? static_cast<void>(SuspendThread(hThread)) : s.ht.host.Kill();
         // Wine may take the dialog with a killed owner; if not, the user pastes.
         REQUIRE(bHung || WaitFor([&] { return !IsWindow(hWndFrame); }, 5000));
         if (SetForegroundWindow(hWndDialog))
@@ -151,13 +149,13 @@ TEST_CASE(a_host_that_hangs_on_the_paste_or_dies_stops_neither_the_tool_nor_the_
         // drops a sent message whose sender gave up; Windows delivers it); a
         // host that is gone pastes nothing, and the earlier text comes back.
         CHECK(s.Gone());
-        CHECK(Answers(s.tool.MainFrame()));
+        CHECK(Answers(s.ht.tool.MainFrame()));
         CHECK(ClipboardText() == (bHung ? L"late" : L"abc"));
         ResumeThread(hThread);
         CloseHandle(hThread);
         CHECK(!bHung || WaitFor([&] { return IsWindowEnabled(hWndFrame) != FALSE; }, 3000));
-        CHECK(s.tool.Exit());
-        CHECK_EQ(s.tool.GetProcess().ExitCode(), 0ul);
+        CHECK(s.ht.tool.Exit());
+        CHECK_EQ(s.ht.tool.GetProcess().ExitCode(), 0ul);
     }
 }
 
@@ -180,8 +178,9 @@ TEST_CASE(the_ime_box_shows_the_setting_and_a_changed_tick_is_kept_and_saved_at_
     REQUIRE((hWndDialog = s.Open()) != nullptr); // the next time it shows the choice
     CHECK_EQ(ticked(hWndDialog), bIME);
     SendKeys({VK_ESCAPE});
-    REQUIRE(s.Gone() && s.tool.Exit());
-    CHECK_EQ(IniValue(ReadIni(s.tool.SettingsPath()), "Settings", "OpenIMEAutomatically"), std::string(bIME ? "1" : "0"));
+    REQUIRE(s.Gone() && s.ht.tool.Exit());
+    CHECK_EQ(IniValue(ReadIni(s.ht.tool.SettingsPath()), "Settings", "OpenIMEAutomatically"),
+             std::string(bIME ? "1" : "0"));
 }
 
 TEST_CASE(double_byte_text_typed_in_code_page_932_reaches_the_host_intact)
@@ -195,12 +194,13 @@ TEST_CASE(double_byte_text_typed_in_code_page_932_reaches_the_host_intact)
     Session s("dbcs");
     HWND hWndDialog = s.Open();
     REQUIRE(hWndDialog != nullptr);
-    s.host.ClearLog();
-    const wchar_t szComment[] = L"; \x65E5\x672C\x8A9E\x306E\x30B3\x30E1\x30F3\x30C8 ok"; // "; 日本語のコメント ok"
+    s.ht.host.ClearLog();
+    // "; 日本語のコメント ok"
+    const wchar_t szComment[] = L"; \x65E5\x672C\x8A9E\x306E\x30B3\x30E1\x30F3\x30C8 ok";
     char szExpected[64] = {};
     WideCharToMultiByte(932, 0, szComment, -1, szExpected, sizeof(szExpected), nullptr, nullptr);
     TypeText(szComment);
     SendKeys({VK_RETURN});
     CHECK(s.Gone());
-    CHECK(s.host.WaitLog(std::string("PASTE ") + szExpected, 5000));
+    CHECK(s.ht.host.WaitLog(std::string("PASTE ") + szExpected, 5000));
 }

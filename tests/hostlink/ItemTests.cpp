@@ -36,11 +36,11 @@ TEST_CASE(a_wheel_notch_scrolls_an_editor_four_lines_and_a_view_one_line)
         HWND hWndText = ht.host.FindChildOfClass(ht.host.FindWindowByTitle(strView), "PFE_Text");
         REQUIRE(ht.ok && hWndEditor && hWndText);
         // The window the wheel goes to, the title of the one that scrolls, and its lines up, down.
-        const struct { HWND hWnd; const std::string& strTitle; short nDelta; int nUp, nDown; } cases[] = {{hWndEditor, strFile, 120, 4, 0}, {hWndEditor, strFile, -120, 0, 4},
-                     {hWndEditor, strFile, 60, 2, 0},  {hWndEditor, strFile, -29, 0, 0},
-                     {hWndEditor, strFile, 240, 8, 0}, {hWndEditor, strFile, -360, 0, 12},
-                     {hWndText, strView, 120, 1, 0},   {hWndText, strView, 15, 1, 0},
-                     {hWndText, strView, -120, 0, 1},  {hWndText, strView, 0, 0, 1}};
+        const struct { HWND hWnd; const std::string& strTitle; short nDelta; int nUp, nDown; } cases[] = {
+            {hWndEditor, strFile, 120, 4, 0}, {hWndEditor, strFile, -120, 0, 4}, {hWndEditor, strFile, 60, 2, 0},
+            {hWndEditor, strFile, -29, 0, 0}, {hWndEditor, strFile, 240, 8, 0},  {hWndEditor, strFile, -360, 0, 12},
+            {hWndText, strView, 120, 1, 0},   {hWndText, strView, 15, 1, 0},     {hWndText, strView, -120, 0, 1},
+            {hWndText, strView, 0, 0, 1}};
         for (const auto& c : cases)
         {
             REQUIRE(Settle(ht.host, c.hWnd, WM_MOUSEWHEEL, c.nDelta));
@@ -57,10 +57,9 @@ TEST_CASE(clicks_move_the_focus_inside_the_host)
 {
     const std::string strFile = MakeSource(MakeScratchDir("focussrc"), "main.c");
     HostAndTool ht("focus", "/open \"" + strFile + "\" /view 1117");
-    Host& host = ht.host;
-    HWND hWndClient = host.FindChildOfClass(host.Frame(), "MDIClient");
-    HWND hWndText = host.FindChildOfClass(host.FindWindowByTitle("Program Memory Window"), "PFE_Text");
-    HWND hWndGutter = host.FindChildOfClass(host.FindWindowByTitle(strFile), "PFE_Num");
+    HWND hWndClient = ht.host.FindChildOfClass(ht.host.Frame(), "MDIClient");
+    HWND hWndText = ht.host.FindChildOfClass(ht.host.FindWindowByTitle("Program Memory Window"), "PFE_Text");
+    HWND hWndGutter = ht.host.FindChildOfClass(ht.host.FindWindowByTitle(strFile), "PFE_Num");
     REQUIRE(ht.ok && hWndClient && hWndText && hWndGutter);
     // The SETFOCUS line expected, empty: none.
     const struct { HWND hWnd; UINT nMessage; std::string strFocus; } cases[] = {
@@ -72,9 +71,9 @@ TEST_CASE(clicks_move_the_focus_inside_the_host)
     };
     for (const auto& c : cases)
     {
-        REQUIRE(Settle(host, c.hWnd, c.nMessage));
-        host.WaitQuiet();
-        CHECK(c.strFocus.empty() ? host.CountLogPrefix("SETFOCUS") == 0 : host.CountLogPrefix(c.strFocus) >= 1);
+        REQUIRE(Settle(ht.host, c.hWnd, c.nMessage));
+        ht.host.WaitQuiet();
+        CHECK(c.strFocus.empty() ? ht.host.CountLogPrefix("SETFOCUS") == 0 : ht.host.CountLogPrefix(c.strFocus) >= 1);
     }
 }
 
