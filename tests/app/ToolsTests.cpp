@@ -12,37 +12,28 @@ using namespace qt;
 
 namespace
 {
-// A command line of the recorder, which appends its own command line to
-// strDir's runs.txt; the words after it tell the runs apart.
+// The recorder appends its command line to strDir's runs.txt; the words
+// after it tell the runs apart.
 std::string Recorder(const std::string& strDir, const std::string& strWords)
 {
     return "\"" + ExeDir() + "RECORDER.exe\" \"" + strDir + "runs.txt\" " + strWords;
 }
 
-// Lines of runs.txt containing strWord.
-int Runs(const std::string& strDir, const std::string& strWord)
+bool Ran(const std::string& strDir, const std::string& strText)
 {
-    int n = 0;
-    for (const std::string& strLine : SplitLines(ReadTextFile(strDir + "runs.txt")))
-        n += strLine.find(strWord) != std::string::npos ? 1 : 0;
-    return n;
+    return WaitFor([&] { return ReadTextFile(strDir + "runs.txt").find(strText) != std::string::npos; }, 5000);
 }
 
-// Opens the host's "&Assist" menu with the keyboard and types an item's mnemonic.
+// The host's "&Assist" menu opened with the keyboard (over the editor, if
+// any), and these keys typed into it.
 bool ChooseFromAssistMenu(Host& host, HWND hWndEditor, const char* pszKey)
 {
-    if (hWndEditor)
-        FocusEditor(host, hWndEditor);
-    else
-        SetForegroundWindow(host.Frame());
-    if (!WaitFor([&] { return GetForegroundWindow() == host.Frame(); }, 3000) || !XKeys("alt+a") ||
-        !WaitFor([] { return VisibleMenu() != nullptr; }, 3000))
-        return false;
-    XKeys(pszKey);
-    return true;
+    hWndEditor ? FocusEditor(host, hWndEditor) : SetForegroundWindow(host.Frame());
+    return WaitFor([&] { return GetForegroundWindow() == host.Frame(); }, 3000) && XKeys("alt+a") &&
+           WaitFor([] { return VisibleMenu() != nullptr; }, 3000) && (!*pszKey || XKeys(pszKey));
 }
 
-// Waits until the host's "&Assist" popup holds these items, "-" for a separator.
+// Waits until the host's "&Assist" popup holds these items, "-" a separator.
 bool WaitAssistItems(Host& host, const std::string& strItems)
 {
     return WaitFor(
@@ -53,11 +44,6 @@ bool WaitAssistItems(Host& host, const std::string& strItems)
         },
         5000);
 }
-
-HWND TrayIconOf(size_t nBefore)
-{
-    return WaitFor([&] { return TrayIcons().size() == nBefore + 1; }, 5000) ? TrayIcons().back() : nullptr;
-}
 } // namespace
 
 TEST_CASE(user_tools_run_from_the_assist_menu_with_their_placeholders_and_grey_without_a_file)
@@ -65,86 +51,65 @@ TEST_CASE(user_tools_run_from_the_assist_menu_with_their_placeholders_and_grey_w
     const std::string strDir = MakeScratchDir("tools");
     const std::string strFile = MakeSource(strDir, "main.asm");
     const std::string strProject = strDir + "demo.mcp";
-    const std::string strSettings = "[Settings]\r\nSaveAutomatically=0\r\n"
-                                    "[Tool01]\r\nCaption=&Recorder\r\nCommand=" +
-                                    Recorder(strDir, "file=%FILENAME% project=%PROJECT% dir=%PROJECTDIR%") +
-                                    "\r\n[Tool02]\r\nCaption=\r\nCommand=" + Recorder(strDir, "hidden") +
-                                    "\r\n[Tool03]\r\nCaption=&Zip\r\nCommand=" + Recorder(strDir, "zip") + "\r\n";
-    HostAndTool ht("tools", "/project \"" + strProject + "\" /open \"" + strFile + "\"", strSettings);
-    REQUIRE(ht.ok);
+    HostAndTool ht("tools", "/project \"" + strProject + "\" /open \"" + strFile + "\"",
+                   "[Settings]\r\nSaveAutomatically=0\r\n[Tool01]\r\nCaption=&Recorder\r\nCommand=" +
+                       Recorder(strDir, "file=%FILENAME% project=%PROJECT% dir=%PROJECTDIR%") +
+                       "\r\n[Tool02]\r\nCaption=\r\nCommand=" + Recorder(strDir, "hidden") +
+                       "\r\n[Tool03]\r\nCaption=&Zip\r\nCommand=" + Recorder(strDir, "zip") + "\r\n");
     HWND hWndEditor = ht.host.FindWindowByTitle(strFile);
-    REQUIRE(hWndEditor != nullptr);
+    REQUIRE(ht.ok && hWndEditor);
     CHECK(WaitAssistItems(ht.host, "&Assist Window|-|&Recorder|&Zip"));
-
     REQUIRE(ChooseFromAssistMenu(ht.host, hWndEditor, "r"));
-    CHECK(WaitFor([&] { return Runs(strDir, "file=") == 1; }, 5000));
-    CHECK_EQ(Runs(strDir, "file=" + strFile + " project=" + strProject + " dir=" + strDir.substr(0, strDir.size() - 1)),
-             1);
+    CHECK(Ran(strDir, "file=" + strFile + " project=" + strProject + " dir=" + strDir.substr(0, strDir.size() - 1)));
 
     // No editor: the tool that needs a file is grey and its key chooses
     // nothing; the one that needs none still runs, and is the marker.
     SendMessageA(hWndEditor, WM_CLOSE, 0, 0);
-    REQUIRE(ht.host.FindWindowByTitle(strFile) == nullptr);
     REQUIRE(ChooseFromAssistMenu(ht.host, nullptr, "r Escape"));
-    WaitFor([] { return VisibleMenu() == nullptr; }, 3000);
+    REQUIRE(WaitFor([] { return VisibleMenu() == nullptr; }, 3000));
     REQUIRE(ChooseFromAssistMenu(ht.host, nullptr, "z"));
-    CHECK(WaitFor([&] { return Runs(strDir, " zip") == 1; }, 5000));
-    CHECK_EQ(Runs(strDir, "file="), 1);
-    CHECK_EQ(Runs(strDir, "hidden"), 0);
+    CHECK(Ran(strDir, " zip"));
+    CHECK_EQ(SplitLines(ReadTextFile(strDir + "runs.txt")).size(), 2u); // those two runs, no more
 }
 
 TEST_CASE(a_settings_file_changed_on_disk_takes_effect_at_once_and_survives_the_exit)
 {
     const std::string strDir = MakeScratchDir("reload");
     const std::string strFile = MakeSource(strDir, "main.asm");
-    HostAndTool ht("reload", "/open \"" + strFile + "\"",
-                   "[Settings]\r\nLog=1\r\nSaveAutomatically=0\r\nExternalEditor=" + Recorder(strDir, "old %FILENAME%") +
-                       "\r\n");
-    REQUIRE(ht.ok);
+    const std::string strSettings = "[Settings]\r\nLog=1\r\nSaveAutomatically=0\r\nExternalEditor=";
+    HostAndTool ht("reload", "/open \"" + strFile + "\"", strSettings + Recorder(strDir, "old %FILENAME%") + "\r\n");
     HWND hWndEditor = ht.host.FindWindowByTitle(strFile);
-    REQUIRE(hWndEditor != nullptr);
+    REQUIRE(ht.ok && hWndEditor);
 
-    // The user edits the file while the tool runs, and while the host has
-    // the "&Assist" menu open: the popup changes only once it is closed.
-    const std::string strEdited = "[Settings]\r\nLog=1\r\nSaveAutomatically=0\r\nSource=*.asm;*.s\r\nExternalEditor=" +
-                                  Recorder(strDir, "new %FILENAME%") + "\r\n[Tool04]\r\nCaption=&Lint\r\nCommand=" +
+    // Edited while the host has the "&Assist" menu open: the popup changes
+    // only once it is closed.
+    const std::string strEdited = strSettings + Recorder(strDir, "new %FILENAME%") +
+                                  "\r\nSource=*.asm;*.s\r\n[Tool04]\r\nCaption=&Lint\r\nCommand=" +
                                   Recorder(strDir, "lint %FILENAME%") + "\r\n";
-    REQUIRE(FocusEditor(ht.host, hWndEditor));
-    REQUIRE(XKeys("alt+a"));
-    REQUIRE(WaitFor([] { return VisibleMenu() != nullptr; }, 3000));
-    REQUIRE(WriteTextFile(ht.tool.SettingsPath(), strEdited));
-    const std::string strLog = ht.tool.m_strDir + "QUORVANT.log";
-    CHECK(WaitFor([&] { return ReadTextFile(strLog).find("popup of pid") != std::string::npos; }, 5000));
+    REQUIRE(ChooseFromAssistMenu(ht.host, hWndEditor, "") && WriteTextFile(ht.tool.SettingsPath(), strEdited));
+    CHECK(WaitFor([&] { return ReadTextFile(ht.strDir + "QUORVANT.log").find("popup of pid") != std::string::npos; },
+                  5000));
     XKeys("Escape Escape");
-    CHECK(ht.host.GetProcess().IsRunning());
     REQUIRE(WaitAssistItems(ht.host, "&Assist Window|-|&Lint"));
+    REQUIRE(ChooseFromAssistMenu(ht.host, hWndEditor, "l"));
+    CHECK(Ran(strDir, "lint " + strFile));
+    REQUIRE(FocusEditor(ht.host, hWndEditor));
+    SendKeys({VK_CONTROL, 'E'});
+    CHECK(Ran(strDir, "new " + strFile));
 
     // A width of the Assist Window written into the file: taken at the next layout.
     HWND hWndDock = FindDockBar(ht.host.Frame());
-    REQUIRE(hWndDock != nullptr);
-    REQUIRE(WriteTextFile(ht.tool.SettingsPath(), "[Settings]\r\nDockRect=0000:0000:0211:0400\r\n" + strEdited.substr(12)));
-    CHECK(WaitFor(
-        [&] {
-            RECT rc = {};
-            GetWindowRect(hWndDock, &rc);
-            return rc.right - rc.left == 211;
-        },
-        5000));
-    REQUIRE(ChooseFromAssistMenu(ht.host, hWndEditor, "l"));
-    CHECK(WaitFor([&] { return Runs(strDir, "lint " + strFile) == 1; }, 5000));
-    REQUIRE(FocusEditor(ht.host, hWndEditor));
-    SendKeys({VK_CONTROL, 'E'});
-    CHECK(WaitFor([&] { return Runs(strDir, "new " + strFile) == 1; }, 5000));
-    CHECK_EQ(Runs(strDir, "old "), 0);
+    REQUIRE(WriteTextFile(ht.tool.SettingsPath(), "[Settings]\r\nDockRect=0000:0000:0211:0400" + strEdited.substr(10)));
+    CHECK(WaitFor([&] { RECT rc = {}; return GetWindowRect(hWndDock, &rc) && rc.right - rc.left == 211; }, 5000));
 
     // A change just before the exit is not overwritten by what the tool saves.
     REQUIRE(WriteTextFile(ht.tool.SettingsPath(), strEdited + "[Tool05]\r\nCaption=Late\r\n"));
     REQUIRE(ht.tool.Exit());
     const std::vector<IniLine> lines = ReadIni(ht.tool.SettingsPath());
     CHECK_EQ(IniValue(lines, "Settings", "Source"), std::string("*.asm;*.s"));
-    CHECK_EQ(IniValue(lines, "Tool04", "Caption"), std::string("&Lint"));
     CHECK_EQ(IniValue(lines, "Tool05", "Caption"), std::string("Late"));
     CHECK_EQ(IniValue(lines, "Settings", "ExternalEditor"), Recorder(strDir, "new %FILENAME%"));
+    CHECK(ReadTextFile(strDir + "runs.txt").find("old ") == std::string::npos);
 }
 
 TEST_CASE(the_tray_menu_shows_about_and_opens_the_settings_in_the_external_editor)
@@ -152,30 +117,26 @@ TEST_CASE(the_tray_menu_shows_about_and_opens_the_settings_in_the_external_edito
     const size_t nBefore = TrayIcons().size();
     const std::string strRuns = MakeScratchDir("aboutruns");
     HostAndTool ht("about", "", "[Settings]\r\nExternalEditor=" + Recorder(strRuns, "%FILENAME%") + "\r\n");
-    REQUIRE(ht.ok);
-    HWND hWndIcon = TrayIconOf(nBefore);
-    REQUIRE(hWndIcon != nullptr);
+    REQUIRE(ht.ok && WaitFor([&] { return TrayIcons().size() == nBefore + 1; }, 5000));
+    HWND hWndIcon = TrayIcons().back();
 
     REQUIRE(ChooseFromTrayMenu(hWndIcon, 'A'));
     HWND hWndAbout = nullptr;
-    REQUIRE(WaitFor([&] { return (hWndAbout = FindWindowA(nullptr, "About QUORVANT")) != nullptr; }, 5000));
-    // Found while it is being made: the text comes with WM_INITDIALOG.
     char szText[1024] = {};
-    CHECK(WaitFor([&] { return GetDlgItemTextA(hWndAbout, 1005, szText, sizeof(szText)) > 0; }, 3000));
+    // Found while it is being made: the text comes with WM_INITDIALOG.
+    REQUIRE(WaitFor([&] { return (hWndAbout = FindWindowA(nullptr, "About QUORVANT")) &&
+                                 GetDlgItemTextA(hWndAbout, 1005, szText, sizeof(szText)) > 0; }, 5000));
     const std::string strText(szText);
-    const std::string strBits = sizeof(void*) == 8 ? "(0 of 32 bits, 1 of 64 bits)" : "(1 of 32 bits, 0 of 64 bits)";
-    CHECK(strText.find("QUORVANT 0.") == 0);
-    CHECK(strText.find(std::to_string(sizeof(void*) * 8) + "-bit build") != std::string::npos);
-    CHECK(strText.find("Host IDE frames attached: 1 " + strBits) != std::string::npos);
+    const char* pszBits = sizeof(void*) == 8 ? "(0 of 32 bits, 1 of 64 bits)" : "(1 of 32 bits, 0 of 64 bits)";
+    CHECK(strText.find(std::string("Host IDE frames attached: 1 ") + pszBits) != std::string::npos);
     CHECK(strText.find("Settings: " + ht.tool.SettingsPath()) != std::string::npos);
     PostMessageA(hWndAbout, WM_COMMAND, IDOK, 0);
     CHECK(WaitFor([] { return FindWindowA(nullptr, "About QUORVANT") == nullptr; }, 5000));
 
     // Edit Settings: the editor gets the settings file, written out in full.
     REQUIRE(ChooseFromTrayMenu(hWndIcon, 'E'));
-    CHECK(WaitFor([&] { return Runs(strRuns, ht.tool.SettingsPath()) == 1; }, 5000));
+    CHECK(Ran(strRuns, ht.tool.SettingsPath()));
     CHECK_EQ(IniValue(ReadIni(ht.tool.SettingsPath()), "Tool10", "Command"), std::string());
-    CHECK(ht.tool.GetProcess().IsRunning());
 }
 
 TEST_CASE(the_log_says_what_happened_and_keeps_one_older_copy_of_a_full_file)
@@ -187,26 +148,19 @@ TEST_CASE(the_log_says_what_happened_and_keeps_one_older_copy_of_a_full_file)
     REQUIRE(WriteTextFile(tool.m_strDir + "QUORVANT.old.log", "oldest"));
     REQUIRE(WriteTextFile(tool.SettingsPath(), "[Settings]\r\nLog=1\r\n"));
     Host host(tool.m_strDir);
-    REQUIRE(host.Start());
-    REQUIRE(tool.Start());
-    REQUIRE(host.WaitLog(kDockBarAnnouncement, 10000));
-
+    REQUIRE(host.Start() && tool.Start() && host.WaitLog(kDockBarAnnouncement, 10000));
     // A record without our key, sent to the tool as any program could.
     char szBody[64] = "forged";
     COPYDATASTRUCT cds = {1, sizeof(szBody), szBody};
     DWORD_PTR dwResult = 0;
     SendMessageTimeoutA(tool.MainFrame(), WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&cds), SMTO_NORMAL, 5000, &dwResult);
-    REQUIRE(tool.Exit());
-    REQUIRE(host.Close());
+    REQUIRE(tool.Exit() && host.Close());
 
     const std::string strText = ReadTextFile(strLog);
-    const auto has = [&](const char* psz) { return strText.find(psz) != std::string::npos; };
-    CHECK(has(" start: QUORVANT 0."));
-    CHECK(has(" settings read from " ));
-    CHECK(has((" host IDE entered: pid " + std::to_string(host.GetProcess().Id())).c_str()));
-    CHECK(has(" records refused (no key of ours, or malformed): 1"));
-    CHECK(has(" host IDE left: pid "));
-    CHECK(has(" exit"));
+    for (const char* psz : {" start: QUORVANT 0.", " settings read from ", " host IDE left: pid ", " exit",
+                            " records refused (no key of ours, or malformed): 1"})
+        CHECK(strText.find(psz) != std::string::npos);
+    CHECK(strText.find(" host IDE entered: pid " + std::to_string(host.GetProcess().Id())) != std::string::npos);
     CHECK(strText.size() < 10000);
     CHECK_EQ(ReadTextFile(tool.m_strDir + "QUORVANT.old.log").size(), static_cast<size_t>(1024 * 1024 - 10));
 }

@@ -104,6 +104,13 @@ FAULTS = [
     ("the Assist Window's width is not kept at exit", "assist/CDockBar.cpp",
      "GetApp()->m_rectDock = CRect(0, 0, rectClient.Width(), rectClient.Height());",
      "GetApp()->m_rectDock = CRect(0, 0, 0, rectClient.Height());", ["test_dock"]),
+    ("Ctrl+E opens the external editor without saving the file first", "app/CApp.cpp",
+     "if (m_bSaveAutomatically)\n        ::SendMessageA(hWndFrame, WM_COMMAND, HostIde::kCmdSaveAll, 0);",
+     "if (false)\n        ::SendMessageA(hWndFrame, WM_COMMAND, HostIde::kCmdSaveAll, 0);", ["test_items"]),
+    ("the settings file loses its Log key", "app/CApp.cpp",
+     '{kSettings, "Log", nullptr, &m_bLog, nullptr},', "", ["test_settings"]),
+    ("an empty comment pastes the clipboard anyway", "comment/CCommentDlg.cpp",
+     "if (m_edit.GetSel() == 0)\n        return;", "if (false)\n        return;", ["test_comment$"]),
 ]
 
 

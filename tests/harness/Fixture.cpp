@@ -393,4 +393,43 @@ HWND FindDockBar(HWND hWndFrame)
     EnumWindows(FindOwnedDialog, reinterpret_cast<LPARAM>(&search));
     return search.hWndFound ? search.hWndFound : FindWindowExA(hWndFrame, nullptr, "#32770", nullptr);
 }
+
+// Clipboard --------------------------------------------------------------------
+
+bool OpenClipboardSoon()
+{
+    return WaitFor([] { return OpenClipboard(nullptr) != FALSE; }, 3000);
+}
+
+void PutOnClipboard(UINT nFormat, const void* pData, size_t nSize)
+{
+    HGLOBAL hBlock = GlobalAlloc(GMEM_MOVEABLE, nSize);
+    if (void* p = GlobalLock(hBlock))
+    {
+        memcpy(p, pData, nSize);
+        GlobalUnlock(hBlock);
+        SetClipboardData(nFormat, hBlock);
+    }
+}
+
+std::wstring ClipboardText()
+{
+    if (!OpenClipboardSoon())
+        return L"<the clipboard did not open>";
+    std::wstring strText;
+    HANDLE hData = GetClipboardData(CF_UNICODETEXT);
+    if (const wchar_t* psz = static_cast<const wchar_t*>(GlobalLock(hData)))
+    {
+        strText = psz;
+        GlobalUnlock(hData);
+    }
+    CloseClipboard();
+    return strText;
+}
+
+bool Answers(HWND hWnd, DWORD dwTimeoutMs)
+{
+    DWORD_PTR dwResult = 0;
+    return SendMessageTimeoutA(hWnd, WM_NULL, 0, 0, SMTO_NORMAL, dwTimeoutMs, &dwResult) != 0;
+}
 } // namespace qt

@@ -114,4 +114,15 @@ extern const char kDockBarAnnouncement[]; // the log line of WM_CREATEDOCKBAR at
 // The tool's Assist Window in the host frame: a child of the frame on
 // Windows, a pop-up owned by it under Wine; NULL when there is none.
 HWND FindDockBar(HWND hWndFrame);
+
+// The clipboard as the user's other programs use it. Opening is retried for
+// a while: the tool or the host may hold it a moment.
+bool OpenClipboardSoon();
+// On the open clipboard: a copy of the bytes in this format.
+void PutOnClipboard(UINT nFormat, const void* pData, size_t nSize);
+// The clipboard's text as UTF-16, empty when it holds none.
+std::wstring ClipboardText();
+// Whether a program's thread reads its messages: one sent to this window of
+// it is answered in time.
+bool Answers(HWND hWnd, DWORD dwTimeoutMs = 3000);
 } // namespace qt

@@ -42,4 +42,21 @@ std::string MakeSource(const std::string& strDir, const char* pszName, int nLine
     WriteTextFile(strDir + pszName, strText);
     return strDir + pszName;
 }
+
+void TypeText(const std::wstring& strText)
+{
+    std::vector<INPUT> inputs;
+    for (wchar_t ch : strText)
+    {
+        for (DWORD dwUp : {0ul, static_cast<unsigned long>(KEYEVENTF_KEYUP)})
+        {
+            INPUT input = {};
+            input.type = INPUT_KEYBOARD;
+            input.ki.wScan = ch;
+            input.ki.dwFlags = KEYEVENTF_UNICODE | dwUp;
+            inputs.push_back(input);
+        }
+    }
+    SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
 } // namespace qt

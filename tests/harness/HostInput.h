@@ -14,4 +14,7 @@ void SendKeys(std::initializer_list<WORD> keys);
 bool FocusEditor(Host& host, HWND hWndEditor);
 // A source file of nLines numbered comment lines in strDir; its full path.
 std::string MakeSource(const std::string& strDir, const char* pszName, int nLines = 200);
+// Characters typed as a keyboard delivers them (VK_PACKET: the focused
+// window gets WM_CHAR, whatever the layout).
+void TypeText(const std::wstring& strText);
 } // namespace qt

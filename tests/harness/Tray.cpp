@@ -67,4 +67,9 @@ bool ExitFromTrayMenu(HWND hWndIcon)
 {
     return ChooseFromTrayMenu(hWndIcon, 'X');
 }
+
+void ClickMiddle(HWND hWnd)
+{
+    ClickAt(Centre(hWnd), MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
+}
 } // namespace qt

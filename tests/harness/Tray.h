@@ -22,4 +22,6 @@ HWND VisibleMenu();
 bool ChooseFromTrayMenu(HWND hWndIcon, WORD wKey);
 // The same for "E&xit".
 bool ExitFromTrayMenu(HWND hWndIcon);
+// A real left click on the middle of a window.
+void ClickMiddle(HWND hWnd);
 } // namespace qt

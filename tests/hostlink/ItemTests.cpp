@@ -1,6 +1,6 @@
-// The tool beside the stand-in host IDE, two processes under Wine: wheel
-// scrolling and focus in the MDI windows, and Ctrl+E to the external editor.
-// Effects are read from the host's own log.
+// The tool beside the stand-in host IDE: wheel scrolling and focus in the MDI
+// windows, Ctrl+E to the external editor, and an exit beside a host that
+// works, hangs or is gone. Effects are read from the host's own log.
 #include "Fixture.h"
 #include "HostInput.h"
 #include "TestRunner.h"
@@ -11,242 +11,124 @@ using namespace qt;
 
 namespace
 {
-// The stand-in host with a source file (if named) open, and the tool beside
-// it, started once the tool has seen the host.
-struct Beside
+// Posts the input, then the host's build command behind it as a marker, and
+// waits for the marker: the log then holds all the input caused.
+bool Settle(Host& host, HWND hWnd, UINT nMessage, short nWheel = 0)
 {
-    Beside(const char* pszTag, const char* pszFile)
-        : strDir(MakeScratchDir(pszTag)), strFile(pszFile ? MakeSource(strDir, pszFile) : std::string()),
-          host(strDir), tool(strDir)
-    {
-    }
-    bool Start(const std::string& strHostArguments = std::string(), const std::string& strSettings = std::string())
-    {
-        if (!strSettings.empty())
-            WriteTextFile(tool.SettingsPath(), strSettings);
-        const std::string strOpen = strFile.empty() ? std::string() : "/open \"" + strFile + "\" ";
-        return host.Start(strOpen + strHostArguments) && tool.Start() && host.WaitLog(kDockBarAnnouncement, 10000);
-    }
-    std::string strDir;
-    std::string strFile;
-    Host host;
-    Tool tool;
-};
-
-void PostWheel(HWND hWnd, short nDelta)
-{
-    PostMessageA(hWnd, WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(nDelta)), MAKELPARAM(100, 100));
-}
-
-std::string Settings(const std::string& strDir, bool bSave)
-{
-    return "[Settings]\r\nExternalEditor=\"" + ExeDir() + "RECORDER.exe\" \"" + strDir +
-           "editor.txt\" %FILENAME%\r\nSaveAutomatically=" + (bSave ? "1" : "0") + "\r\n";
+    host.WaitQuiet();
+    host.ClearLog();
+    PostMessageA(hWnd, nMessage, MAKEWPARAM(0, static_cast<WORD>(nWheel)), MAKELPARAM(100, 100));
+    PostMessageA(host.Frame(), WM_COMMAND, 1033, 0);
+    return host.WaitLog("BUILD 1033", 5000);
 }
 } // namespace
 
-// One notch, one scroll, whether or not the host passes the wheel on to the
-// parent (the stand-in's wheel variant does, as DefWindowProc would).
-TEST_CASE(wheel_over_an_editor_scrolls_four_lines_a_notch)
+TEST_CASE(a_wheel_notch_scrolls_an_editor_four_lines_and_a_view_one_line)
 {
-    for (const char* pszVariant : {"", "/variant wheel"})
+    // Whether or not the host passes the wheel on to the parent (its wheel
+    // variant does, as DefWindowProc would).
+    for (const char* pszVariant : {"", " /variant wheel"})
     {
-        Beside b("wheel", "main.asm");
-        REQUIRE(b.Start(pszVariant));
-        auto& [strDir, strFile, host, tool] = b;
-        HWND hWndEditor = host.FindWindowByTitle(strFile);
-        REQUIRE(hWndEditor != nullptr);
-
-        struct Case
+        const std::string strFile = MakeSource(MakeScratchDir("wheelsrc"), "main.asm");
+        HostAndTool ht("wheel", "/open \"" + strFile + "\" /view 1117" + pszVariant);
+        const std::string strView = "Program Memory Window";
+        HWND hWndEditor = ht.host.FindWindowByTitle(strFile);
+        HWND hWndText = ht.host.FindChildOfClass(ht.host.FindWindowByTitle(strView), "PFE_Text");
+        REQUIRE(ht.ok && hWndEditor && hWndText);
+        // The window the wheel goes to, the title of the one that scrolls, and its lines up, down.
+        const struct { HWND hWnd; const std::string& strTitle; short nDelta; int nUp, nDown; } cases[] = {
+            {hWndEditor, strFile, 120, 4, 0}, {hWndEditor, strFile, -120, 0, 4}, {hWndEditor, strFile, 60, 2, 0},
+            {hWndEditor, strFile, -29, 0, 0}, {hWndEditor, strFile, 240, 8, 0},  {hWndEditor, strFile, -360, 0, 12},
+            {hWndText, strView, 120, 1, 0},   {hWndText, strView, 15, 1, 0},     {hWndText, strView, -120, 0, 1},
+            {hWndText, strView, 0, 0, 1}};
+        for (const auto& c : cases)
         {
-            short nDelta;
-            int nUp;
-            int nDown;
-        };
-        const Case cases[] = {{120, 4, 0}, {-120, 0, 4}, {60, 2, 0}, {-29, 0, 0}, {240, 8, 0}, {-360, 0, 12}};
-        for (const Case& c : cases)
-        {
-            host.WaitQuiet();
-            host.ClearLog();
-            PostWheel(hWndEditor, c.nDelta);
-            PostMessageA(host.Frame(), WM_COMMAND, 1033, 0); // a marker after the wheel's effects
-            REQUIRE(host.WaitLog("BUILD 1033", 5000));
-            CHECK_EQ(host.CountLog("VSCROLL " + strFile + " 0"), c.nUp);
-            CHECK_EQ(host.CountLog("VSCROLL " + strFile + " 1"), c.nDown);
+            REQUIRE(Settle(ht.host, c.hWnd, WM_MOUSEWHEEL, c.nDelta));
+            CHECK_EQ(ht.host.CountLog("VSCROLL " + c.strTitle + " 0"), c.nUp);
+            CHECK_EQ(ht.host.CountLog("VSCROLL " + c.strTitle + " 1"), c.nDown);
+            CHECK_EQ(ht.host.CountLogPrefix("VSCROLL "), c.nUp + c.nDown);
+            if (CurrentFailed())
+                printf("  %d over %s, host \"%s\"\n", c.nDelta, c.strTitle.c_str(), pszVariant);
         }
-        if (qt::CurrentFailed())
-            printf("  on the host variant \"%s\"\n", pszVariant);
-    }
-}
-
-TEST_CASE(wheel_over_a_view_text_scrolls_the_view_one_line)
-{
-    for (const char* pszVariant : {"", "/variant wheel"})
-    {
-        Beside b("viewwheel", nullptr);
-        REQUIRE(b.Start(std::string("/view 1117 ") + pszVariant));
-        auto& [strDir, strFile, host, tool] = b;
-        HWND hWndView = host.FindWindowByTitle("Program Memory Window");
-        REQUIRE(hWndView != nullptr);
-        HWND hWndText = host.FindChildOfClass(hWndView, "PFE_Text");
-        REQUIRE(hWndText != nullptr);
-
-        for (short nDelta : {120, 15, -120, 0})
-        {
-            host.WaitQuiet();
-            host.ClearLog();
-            PostWheel(hWndText, nDelta);
-            PostMessageA(host.Frame(), WM_COMMAND, 1033, 0);
-            REQUIRE(host.WaitLog("BUILD 1033", 5000));
-            CHECK_EQ(host.CountLog(std::string("VSCROLL Program Memory Window ") + (nDelta > 0 ? "0" : "1")), 1);
-            CHECK_EQ(host.CountLogPrefix("VSCROLL "), 1);
-        }
-        if (qt::CurrentFailed())
-            printf("  on the host variant \"%s\"\n", pszVariant);
     }
 }
 
 TEST_CASE(clicks_move_the_focus_inside_the_host)
 {
-    Beside b("focus", "main.c");
-    REQUIRE(b.Start("/view 1117"));
-    auto& [strDir, strFile, host, tool] = b;
-    HWND hWndClient = host.FindChildOfClass(host.Frame(), "MDIClient");
-    HWND hWndView = host.FindWindowByTitle("Program Memory Window");
-    HWND hWndText = host.FindChildOfClass(hWndView, "PFE_Text");
-    HWND hWndEditor = host.FindWindowByTitle(strFile);
-    HWND hWndGutter = host.FindChildOfClass(hWndEditor, "PFE_Num");
-    REQUIRE(hWndClient && hWndText && hWndEditor && hWndGutter);
-
-    struct Case
-    {
-        HWND hWnd;
-        UINT nMessage;
-        std::string strFocus; // the SETFOCUS line expected, empty: none
-    };
-    const Case cases[] = {
+    const std::string strFile = MakeSource(MakeScratchDir("focussrc"), "main.c");
+    HostAndTool ht("focus", "/open \"" + strFile + "\" /view 1117");
+    HWND hWndClient = ht.host.FindChildOfClass(ht.host.Frame(), "MDIClient");
+    HWND hWndText = ht.host.FindChildOfClass(ht.host.FindWindowByTitle("Program Memory Window"), "PFE_Text");
+    HWND hWndGutter = ht.host.FindChildOfClass(ht.host.FindWindowByTitle(strFile), "PFE_Num");
+    REQUIRE(ht.ok && hWndClient && hWndText && hWndGutter);
+    // The SETFOCUS line expected, empty: none.
+    const struct { HWND hWnd; UINT nMessage; std::string strFocus; } cases[] = {
         {hWndClient, WM_RBUTTONDOWN, "SETFOCUS MDIClient"},
         {hWndText, WM_LBUTTONDOWN, "SETFOCUS PFE_View Program Memory Window"},
         {hWndGutter, WM_MBUTTONDOWN, "SETFOCUS PFE_Text " + strFile},
         {hWndText, WM_RBUTTONDOWN, ""}, // the right button is the host's own there
         {hWndGutter, WM_RBUTTONDOWN, ""},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
     {
-        host.WaitQuiet();
-        host.ClearLog();
-        PostMessageA(c.hWnd, c.nMessage, 0, MAKELPARAM(1, 1));
-        PostMessageA(host.Frame(), WM_COMMAND, 1033, 0);
-        REQUIRE(host.WaitLog("BUILD 1033", 5000));
-        host.WaitQuiet();
-        if (c.strFocus.empty())
-            CHECK_EQ(host.CountLogPrefix("SETFOCUS"), 0);
-        else
-            CHECK(host.CountLogPrefix(c.strFocus) >= 1);
+        REQUIRE(Settle(ht.host, c.hWnd, c.nMessage));
+        ht.host.WaitQuiet();
+        CHECK(c.strFocus.empty() ? ht.host.CountLogPrefix("SETFOCUS") == 0 : ht.host.CountLogPrefix(c.strFocus) >= 1);
     }
 }
 
-TEST_CASE(ctrl_e_saves_first_then_opens_the_file_in_the_external_editor)
+TEST_CASE(ctrl_e_saves_first_then_opens_a_source_in_the_external_editor_and_ignores_other_files)
 {
     for (bool bSave : {true, false})
     {
-        Beside b("ctrle", "main.asm");
-        REQUIRE(b.Start("", Settings(b.strDir, bSave)));
-        auto& [strDir, strFile, host, tool] = b;
-        HWND hWndEditor = host.FindWindowByTitle(strFile);
-        REQUIRE(FocusEditor(host, hWndEditor));
-        host.WaitQuiet();
-        host.ClearLog();
-
-        SendKeys({VK_CONTROL, 'E'});
+        const std::string strDir = MakeScratchDir("ctrlesrc");
+        const std::string strFile = MakeSource(strDir, "main.asm");
+        const std::string strList = MakeSource(strDir, "main.lst");
+        HostAndTool ht("ctrle", "/open \"" + strList + "\" /open \"" + strFile + "\"",
+                       "[Settings]\r\nExternalEditor=\"" + ExeDir() + "RECORDER.exe\" \"" + strDir +
+                           "editor.txt\" %FILENAME%\r\nSaveAutomatically=" + (bSave ? "1" : "0") + "\r\n");
+        REQUIRE(ht.ok);
+        ht.host.ClearLog();
+        // The list first: the run of the source is the marker behind it.
+        int nKeys = 0;
+        for (const std::string& strTitle : {strList, strFile})
+        {
+            REQUIRE(FocusEditor(ht.host, ht.host.FindWindowByTitle(strTitle)));
+            ht.host.WaitQuiet();
+            SendKeys({VK_CONTROL, 'E'});
+            CHECK(ht.host.WaitLog("HOSTKEY 1099", 5000, ++nKeys)); // the host's own accelerator still saw its key
+        }
         REQUIRE(WaitFor([&] { return FileExists(strDir + "editor.txt"); }, 10000));
-        const std::string strCommand = ReadTextFile(strDir + "editor.txt");
-        CHECK(strCommand.find("editor.txt\" " + strFile) != std::string::npos);
-        // The host's own accelerator still saw its key.
-        CHECK(host.WaitLog("HOSTKEY 1099", 3000));
-        CHECK_EQ(host.CountLog("COMMAND 1006"), bSave ? 1 : 0);
-        if (bSave)
-            CHECK_EQ(host.CountLog("SAVE " + strFile), 1);
+        const std::vector<std::string> runs = SplitLines(ReadTextFile(strDir + "editor.txt"));
+        CHECK(runs.size() == 1 && runs[0].find("editor.txt\" " + strFile) != std::string::npos);
+        CHECK_EQ(ht.host.CountLog("SAVE " + strFile), bSave ? 1 : 0);
+        CHECK_EQ(ht.host.CountLog("COMMAND 1006"), bSave ? 1 : 0);
     }
 }
 
-TEST_CASE(ctrl_e_does_nothing_for_a_title_without_a_known_extension)
+TEST_CASE(exit_beside_a_working_hung_or_killed_host_is_quick_and_the_host_works_on)
 {
-    Beside b("ctrle_lst", "main.lst");
-    REQUIRE(b.Start("", Settings(b.strDir, true)));
-    auto& [strDir, strFile, host, tool] = b;
-    REQUIRE(FocusEditor(host, host.FindWindowByTitle(strFile)));
-    host.WaitQuiet();
-    host.ClearLog();
-    SendKeys({VK_CONTROL, 'E'});
-    CHECK(host.WaitLog("HOSTKEY 1099", 3000));
-    host.WaitQuiet(300);
-    CHECK(!FileExists(strDir + "editor.txt"));
-    CHECK_EQ(host.CountLog("COMMAND 1006"), 0);
-}
-
-TEST_CASE(exit_waits_for_the_host_windows_and_leaves_the_host_unharmed)
-{
-    const std::string strDir = MakeScratchDir("exit");
-    const std::string strFile = MakeSource(strDir, "main.asm");
-    Host host(strDir);
-    REQUIRE(host.Start("/open \"" + strFile + "\""));
+    const char* const kHosts[] = {"working", "hung", "killed"};
+    for (int nHost = 0; nHost < 3; ++nHost)
     {
-        Tool tool(strDir);
-        REQUIRE(tool.Start());
-        REQUIRE(host.WaitLog(kDockBarAnnouncement, 10000));
-        CHECK(tool.Exit(10000));
-        CHECK_EQ(tool.GetProcess().ExitCode(), 0ul);
+        const std::string strFile = MakeSource(MakeScratchDir("exitsrc"), "main.asm");
+        HostAndTool ht("exit", "/open \"" + strFile + "\" /view 1117");
+        REQUIRE(ht.ok);
+        HANDLE hThread = OpenThread(THREAD_SUSPEND_RESUME, FALSE, GetWindowThreadProcessId(ht.host.Frame(), nullptr));
+        REQUIRE(hThread != nullptr);
+        nHost == 1 ? static_cast<void>(SuspendThread(hThread)) : nHost == 2 ? ht.host.Kill() : void();
+        const DWORD dwStart = GetTickCount();
+        CHECK(ht.tool.Exit(15000));
+        CHECK(GetTickCount() - dwStart < 8000);
+        CHECK_EQ(ht.tool.GetProcess().ExitCode(), 0ul);
+        CHECK(FileExists(ht.tool.SettingsPath()));
+        ResumeThread(hThread);
+        CloseHandle(hThread);
+        // The host answers, its wheel its own again: the tool took its scrolling along.
+        if (nHost < 2)
+            CHECK(Settle(ht.host, ht.host.FindWindowByTitle(strFile), WM_MOUSEWHEEL, -120) &&
+                  ht.host.CountLogPrefix("VSCROLL") == 0);
+        if (CurrentFailed())
+            printf("  beside the host %s\n", kHosts[nHost]);
     }
-    // The host answers, and its wheel is its own again.
-    DWORD_PTR dwResult = 0;
-    CHECK(SendMessageTimeoutA(host.Frame(), WM_NULL, 0, 0, SMTO_NORMAL, 2000, &dwResult) != 0);
-    host.ClearLog();
-    PostWheel(host.FindWindowByTitle(strFile), -120);
-    PostMessageA(host.Frame(), WM_COMMAND, 1033, 0);
-    REQUIRE(host.WaitLog("BUILD 1033", 5000));
-    CHECK_EQ(host.CountLogPrefix("VSCROLL"), 0);
-    CHECK(host.GetProcess().IsRunning());
-}
-
-TEST_CASE(a_killed_host_does_not_hold_up_the_tool)
-{
-    Beside b("killed", "main.asm");
-    REQUIRE(b.Start("/view 1117"));
-    auto& [strDir, strFile, host, tool] = b;
-    host.Kill();
-    Sleep(200);
-    CHECK(tool.GetProcess().IsRunning());
-    CHECK(tool.Exit(5000));
-    CHECK(FileExists(tool.SettingsPath()));
-}
-
-TEST_CASE(a_hung_host_does_not_hold_up_the_exit_and_runs_on_afterwards)
-{
-    Beside b("hung", "main.asm");
-    REQUIRE(b.Start());
-    auto& [strDir, strFile, host, tool] = b;
-
-    HWND hWndFrame = host.Frame();
-    const DWORD dwThread = GetWindowThreadProcessId(hWndFrame, nullptr);
-    HANDLE hThread = OpenThread(THREAD_SUSPEND_RESUME, FALSE, dwThread);
-    REQUIRE(hThread != nullptr);
-    SuspendThread(hThread);
-    const DWORD dwStart = GetTickCount();
-    CHECK(tool.Exit(15000));
-    const DWORD dwExit = GetTickCount() - dwStart;
-    CHECK(dwExit < 8000);
-    printf("  exit beside a hung host took %lu ms\n", static_cast<unsigned long>(dwExit));
-    ResumeThread(hThread);
-    CloseHandle(hThread);
-
-    // The host wakes up to a tool that is gone and works on by itself.
-    DWORD_PTR dwResult = 0;
-    CHECK(SendMessageTimeoutA(hWndFrame, WM_NULL, 0, 0, SMTO_NORMAL, 5000, &dwResult) != 0);
-    host.WaitQuiet();
-    host.ClearLog();
-    PostWheel(host.FindWindowByTitle(strFile), -120);
-    PostMessageA(hWndFrame, WM_COMMAND, 1033, 0);
-    CHECK(host.WaitLog("BUILD 1033", 5000));
-    CHECK(host.GetProcess().IsRunning());
 }
