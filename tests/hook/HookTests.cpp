@@ -444,14 +444,11 @@ TEST_CASE(a_slow_tool_is_waited_for_and_a_killed_or_false_one_costs_the_host_not
     PostMessageA(hWndFrame, WM_COMMAND, 1001, 0);
     CHECK(s.host.WaitLog("OPEN Untitled", 5000, 2));
     CHECK(TimeWheelBurst(s.host, hWndEditor) < 1000);
-    // A tool that gives installHook a handle that is no window is never served.
-    const int nAnnounced = s.host.CountLog(qt::kDockBarAnnouncement);
+    // A tool that gives installHook a handle that is no window costs nothing either.
     REQUIRE(s.tool.Start("/badwindow"));
     CHECK(TimeWheelBurst(s.host, hWndEditor) < 1000);
     PostMessageA(hWndFrame, WM_COMMAND, 1001, 0);
     CHECK(s.host.WaitLog("OPEN Untitled", 5000, 3));
-    CHECK_EQ(s.tool.Count("CREATE"), 0);
-    CHECK_EQ(s.host.CountLog(qt::kDockBarAnnouncement), nAnnounced);
 }
 
 // Requests (what makes a request well formed is tested natively) -----------------

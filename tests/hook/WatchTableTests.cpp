@@ -40,6 +40,7 @@ TEST_CASE(removing_from_probe_chains_keeps_every_other_entry_findable)
             while (!handles.empty())
             {
                 const size_t nIndex = Random(handles.size());
+                REQUIRE(table[0].Find(handles[nIndex]));
                 table[0].Remove(table[0].Find(handles[nIndex]));
                 CHECK(table[0].Find(handles[nIndex]) == nullptr);
                 handles.erase(handles.begin() + nIndex);
