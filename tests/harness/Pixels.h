@@ -33,7 +33,6 @@ public:
     Canvas(const Canvas&) = delete;
     Canvas& operator=(const Canvas&) = delete;
 
-    bool IsValid() const { return m_pBits != nullptr; }
     HDC Dc() const { return m_hDC; }
     int Width() const { return m_cx; }
     int Height() const { return m_cy; }
@@ -107,39 +106,3 @@ public:
     }
 };
 
-// Writes a canvas as a 32-bit BMP file, for a person to look at later (the
-// test artefacts). False when the file cannot be written.
-inline bool SaveBitmap(const Canvas& canvas, const std::string& strPath)
-{
-    BITMAPINFOHEADER bih = {};
-    bih.biSize = sizeof(bih);
-    bih.biWidth = canvas.Width();
-    bih.biHeight = -canvas.Height(); // top-down rows
-    bih.biPlanes = 1;
-    bih.biBitCount = 32;
-    bih.biCompression = BI_RGB;
-    std::string strBits;
-    strBits.reserve(static_cast<size_t>(canvas.Width()) * canvas.Height() * 4);
-    for (int y = 0; y < canvas.Height(); ++y)
-        for (int x = 0; x < canvas.Width(); ++x)
-        {
-            const COLORREF clr = canvas.Pixel(x, y);
-            const char px[4] = {static_cast<char>(GetBValue(clr)), static_cast<char>(GetGValue(clr)),
-                                static_cast<char>(GetRValue(clr)), 0};
-            strBits.append(px, 4);
-        }
-    BITMAPFILEHEADER bfh = {};
-    bfh.bfType = 0x4D42; // "BM"
-    bfh.bfOffBits = sizeof(bfh) + sizeof(bih);
-    bfh.bfSize = static_cast<DWORD>(bfh.bfOffBits + strBits.size());
-    HANDLE hFile = CreateFileA(strPath.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (hFile == INVALID_HANDLE_VALUE)
-        return false;
-    DWORD dwWritten = 0;
-    bool bDone = WriteFile(hFile, &bfh, sizeof(bfh), &dwWritten, nullptr) && dwWritten == sizeof(bfh) &&
-                 WriteFile(hFile, &bih, sizeof(bih), &dwWritten, nullptr) && dwWritten == sizeof(bih) &&
-                 WriteFile(hFile, strBits.data(), static_cast<DWORD>(strBits.size()), &dwWritten, nullptr) &&
-                 dwWritten == strBits.size();
-    CloseHandle(hFile);
-    return bDone;
-}
