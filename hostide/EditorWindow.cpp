@@ -83,9 +83,6 @@ LRESULT EditorWindow::HandleMessage(UINT nMessage, WPARAM wParam, LPARAM lParam)
     case WM_SETFOCUS:
         OnSetFocus();
         break;
-    case WM_KILLFOCUS:
-        OnKillFocus();
-        break;
     case WM_CHAR:
         OnChar(static_cast<char>(wParam));
         return 0;
@@ -129,15 +126,8 @@ void EditorWindow::OnPaint()
 
 void EditorWindow::OnSetFocus()
 {
+    // The insertion point's line is tinted; the stand-in draws no caret.
     HostLog::Write("SETFOCUS " + std::string(kClass) + " " + Title());
-    CreateCaret(m_hWnd, nullptr, 2, TextPainter::Instance().LineHeight());
-    UpdateCaret();
-    ShowCaret(m_hWnd);
-}
-
-void EditorWindow::OnKillFocus()
-{
-    DestroyCaret();
 }
 
 void EditorWindow::OnChar(char ch)
@@ -212,17 +202,6 @@ void EditorWindow::Changed(bool bScrollToCaret)
     InvalidateRect(m_hWnd, nullptr, FALSE);
     InvalidateRect(m_hWndNumbers, nullptr, FALSE);
     UpdateScrollBar();
-    UpdateCaret();
-}
-
-void EditorWindow::UpdateCaret()
-{
-    if (GetFocus() != m_hWnd)
-        return;
-    HDC hDC = GetDC(m_hWnd);
-    const POINT pt = TextPainter::Instance().CaretPosition(hDC, m_document);
-    ReleaseDC(m_hWnd, hDC);
-    SetCaretPos(LineNumbers::kWidth + kTextMargin + pt.x, pt.y);
 }
 
 void EditorWindow::UpdateScrollBar()

@@ -37,7 +37,6 @@ private:
     void OnSize();
     void OnPaint();
     void OnSetFocus();
-    void OnKillFocus();
     void OnChar(char ch);
     void OnKeyDown(UINT nKey);
     void OnVScroll(UINT nCode);
@@ -46,7 +45,6 @@ private:
     RECT TextArea() const;
     int VisibleLines() const;
     void Changed(bool bScrollToCaret);
-    void UpdateCaret();
     void UpdateScrollBar();
 
     std::string m_strPath;

@@ -20,9 +20,6 @@ namespace hostide
 namespace
 {
 const UINT kFirstChildId = 50000; // the Window menu's list of MDI children
-// Window arrangement, ids of the stand-in's own (the tool never sends them).
-const UINT kCascade = 1190;
-const UINT kTile = 1191;
 
 WNDPROC g_pfnClientProc = nullptr;
 
@@ -48,8 +45,7 @@ const MenuLine kMenu[] = {
     {0, "-"}, {1033, "&Build"}, {1035, "Build &Node"},
     {0, "&View"}, // its items come from the view catalogue
     {0, "&Window"}, {1097, "&Save Window Set"}, {1098, "&Open Window Set"}, {0, "-"},
-    {ViewCatalog::kWatchNew, "&Watch New"}, {ViewCatalog::kWatchOpen, "Watch O&pen"}, {0, "-"},
-    {kCascade, "&Cascade"}, {kTile, "&Tile"},
+    {ViewCatalog::kWatchNew, "&Watch New"}, {ViewCatalog::kWatchOpen, "Watch O&pen"},
 };
 
 HMENU BuildMenu(HMENU& hWindowMenu)
@@ -280,31 +276,29 @@ void HostFrame::SetProject(const std::string& strProject)
 
 void HostFrame::LogMenuBar() const
 {
+    // "MENUBAR 2 &File &Assist", then each popup's items, "-" for a
+    // separator: "POPUP &Assist: &Assist Window|-|&Make".
     HMENU hMenu = GetMenu(m_hWnd);
     const int nCount = hMenu ? GetMenuItemCount(hMenu) : 0;
+    auto text = [](HMENU hOf, int i) {
+        char szText[128] = {};
+        GetMenuStringA(hOf, static_cast<UINT>(i), szText, sizeof(szText), MF_BYPOSITION);
+        return std::string(szText);
+    };
     std::string strLine = "MENUBAR " + std::to_string(nCount < 0 ? 0 : nCount);
+    std::vector<std::string> popups;
     for (int i = 0; i < nCount; ++i)
     {
-        char szText[128] = {};
-        GetMenuStringA(hMenu, static_cast<UINT>(i), szText, sizeof(szText), MF_BYPOSITION);
-        strLine += std::string(" ") + szText;
-    }
-    HostLog::Write(strLine);
-    // Then each popup's items, "-" for a separator: "POPUP &Assist: &Assist Window|-|&Make".
-    for (int i = 0; i < nCount; ++i)
-    {
+        strLine += " " + text(hMenu, i);
         HMENU hPopup = GetSubMenu(hMenu, i);
-        char szText[128] = {};
-        GetMenuStringA(hMenu, static_cast<UINT>(i), szText, sizeof(szText), MF_BYPOSITION);
         std::string strItems;
         for (int j = 0; hPopup && j < GetMenuItemCount(hPopup); ++j)
-        {
-            char szItem[128] = {};
-            GetMenuStringA(hPopup, static_cast<UINT>(j), szItem, sizeof(szItem), MF_BYPOSITION);
-            strItems += std::string(j ? "|" : "") + (szItem[0] ? szItem : "-");
-        }
-        HostLog::Write(std::string("POPUP ") + szText + ": " + strItems);
+            strItems += (j ? "|" : "") + (text(hPopup, j).empty() ? std::string("-") : text(hPopup, j));
+        popups.push_back("POPUP " + text(hMenu, i) + ": " + strItems);
     }
+    HostLog::Write(strLine);
+    for (const std::string& strPopup : popups)
+        HostLog::Write(strPopup);
 }
 
 void HostFrame::LogMenuCheck(UINT nCommand) const
@@ -367,12 +361,6 @@ bool HostFrame::OnCommand(UINT nCommand)
             HostLog::Write("VIEW " + std::to_string(nCommand) + " " + strTitle);
         return true;
     }
-    case kCascade:
-        SendMessageA(m_hWndClient, WM_MDICASCADE, 0, 0);
-        return true;
-    case kTile:
-        SendMessageA(m_hWndClient, WM_MDITILE, MDITILE_HORIZONTAL, 0);
-        return true;
     case 1018:
     case 1019:
         if (!m_strNextProject.empty())

@@ -7,7 +7,6 @@
 //   PASTE <text>                command 1040 inserted the clipboard text (CR and LF written as \r and \n)
 //   DROP <path>                 one file of a WM_DROPFILES on the frame
 //   OPEN <path>                 an editor window was created for this path
-//   ACTIVATE <title>            an MDI child became the active one
 //   CLOSE <title>               an MDI child is closed (WM_CLOSE, 1007, 1008)
 //   VIEW <id> <title>           a view command opened or activated a view (id 0: "Build Results")
 //   BUILD <id>                  command 1033 or 1035

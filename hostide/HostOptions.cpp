@@ -31,8 +31,6 @@ HostOptions HostOptions::Parse(int argc, char** argv)
             options.strProject = strValue;
         else if (_stricmp(strSwitch.c_str(), "/nextproject") == 0)
             options.strNextProject = strValue;
-        else if (_stricmp(strSwitch.c_str(), "/toolbar") == 0)
-            options.strToolBar = strValue;
         else if (_stricmp(strSwitch.c_str(), "/variant") == 0)
             HostVariant::Current().Apply(strValue);
         else if (_stricmp(strSwitch.c_str(), "/open") == 0)

@@ -1,7 +1,7 @@
 // The command line of the stand-in:
 //   HOSTIDE.exe [/log <file>] [/project <path>] [/open <file>]... [/view <id>]...
 //               [/size <w>x<h>] [/pos <x>,<y>] [/nextproject <path>]
-//               [/toolbar top|left|bottom|right] [/variant lparam,wheel,tallbar]
+//               [/variant lparam,wheel,tallbar]
 // Windows named by /open and /view open in the order given.
 #pragma once
 
@@ -21,7 +21,6 @@ struct HostOptions
     std::string strLog;
     std::string strProject;
     std::string strNextProject; // what New and Open Project open
-    std::string strToolBar;     // the tool bar's edge: "top" (default), "left", "bottom", "right"
     std::vector<Window> windows;
     int x = 20;
     int y = 20;

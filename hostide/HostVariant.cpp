@@ -1,7 +1,5 @@
 #include "HostVariant.h"
 
-#include <string.h>
-
 namespace hostide
 {
 HostVariant& HostVariant::Current()
@@ -12,20 +10,12 @@ HostVariant& HostVariant::Current()
 
 void HostVariant::Apply(const std::string& strList)
 {
-    size_t nStart = 0;
-    while (nStart <= strList.size())
-    {
-        const size_t nEnd = strList.find(',', nStart);
-        const std::string strName = strList.substr(nStart, nEnd == std::string::npos ? std::string::npos : nEnd - nStart);
-        if (_stricmp(strName.c_str(), "lparam") == 0)
-            bLayoutFromLParam = true;
-        else if (_stricmp(strName.c_str(), "wheel") == 0)
-            bWheelToParent = true;
-        else if (_stricmp(strName.c_str(), "tallbar") == 0)
-            nToolBarHeight = 44;
-        if (nEnd == std::string::npos)
-            break;
-        nStart = nEnd + 1;
-    }
+    // Names between commas; unknown ones are passed over.
+    const std::string strNames = "," + strList + ",";
+    auto named = [&](const char* pszName) { return strNames.find(std::string(",") + pszName + ",") != std::string::npos; };
+    bLayoutFromLParam = bLayoutFromLParam || named("lparam");
+    bWheelToParent = bWheelToParent || named("wheel");
+    if (named("tallbar"))
+        nToolBarHeight = 44;
 }
 } // namespace hostide

@@ -10,7 +10,6 @@
 //   /size <w>x<h>, /pos <x>,<y>   the frame's size and place
 //   /nextproject <path>  the project that New Project (1018) and Open
 //                        Project (1019) open; without it they do nothing
-//   /toolbar <side>      top (default), left, bottom or right
 //
 // Commands the frame takes (WM_COMMAND, lParam 0), each logged first as
 // "COMMAND <id>":
@@ -21,7 +20,7 @@
 //   1030 close the project (the title loses the path); 1031, 1032, 1097,
 //   1098 only logged (dialogs in the real host); 1117-1123, 1128, 1164 open
 //   or activate their view; 1129, 1130 open a new watch window "Watch <n>";
-//   1099 Ctrl+E, the frame's accelerator; 1190, 1191 cascade, tile.
+//   1099 Ctrl+E, the frame's accelerator.
 //   Private, for tests: 1192 to 1195 move the tool bar to the top, left,
 //   bottom or right edge (upright at left and right) and lay the MDI client
 //   out in the rest of the client area; 1196 logs the menu bar; 1197 logs
@@ -39,7 +38,6 @@
 //   OPEN <path>                           an editor opened
 //   DROP <path>                           a file of a drop, before it opens
 //   VIEW <id> <title>                     a view or watch opened or activated
-//   ACTIVATE <title>                      an MDI child became the active one
 //   CLOSE <title>                         an MDI child got WM_CLOSE
 //   SAVE <path> / BUILD <id> / PASTE <text, \r \n escaped> / HOSTKEY 1099
 //   SETFOCUS <class> <title>, SETFOCUS MDIClient
@@ -108,12 +106,6 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int nShowCmd)
     if (!pFrame)
         return 1;
     pFrame->SetNextProject(options.strNextProject);
-    const char* const kSides[] = {"top", "left", "bottom", "right"};
-    for (int i = 0; i < 4; ++i)
-    {
-        if (i > 0 && _stricmp(options.strToolBar.c_str(), kSides[i]) == 0)
-            pFrame->PlaceToolBar(static_cast<ToolBar::Side>(i));
-    }
     ShowWindow(hWndFrame, nShowCmd == SW_HIDE ? SW_SHOWNORMAL : nShowCmd);
     UpdateWindow(hWndFrame);
 

@@ -64,11 +64,6 @@ bool MdiChild::HandleCommon(UINT nMessage, WPARAM wParam, LPARAM lParam, LRESULT
         HostLog::Write("CLOSE " + Title());
         lResult = DefaultProc(nMessage, wParam, lParam);
         return true;
-    case WM_MDIACTIVATE:
-        if (reinterpret_cast<HWND>(lParam) == m_hWnd)
-            HostLog::Write("ACTIVATE " + Title());
-        lResult = DefaultProc(nMessage, wParam, lParam);
-        return true;
     case WM_MOUSEWHEEL:
         // The host predates wheel support: the wheel never scrolls here, so
         // only lines the tool sends are counted. Whether it travels on to

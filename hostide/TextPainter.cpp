@@ -89,13 +89,4 @@ void TextPainter::PaintLineNumbers(HDC hDC, const RECT& rcArea, const TextDocume
         y += m_nLineHeight;
     }
 }
-
-POINT TextPainter::CaretPosition(HDC hDC, const TextDocument& document) const
-{
-    SelectedObject font(hDC, m_hFont);
-    const std::string& strLine = document.Line(document.CaretLine());
-    const DWORD dwExtent =
-        GetTabbedTextExtentA(hDC, strLine.c_str(), static_cast<int>(document.CaretColumn()), 0, nullptr);
-    return POINT{static_cast<LONG>(LOWORD(dwExtent)), (document.CaretLine() - document.TopLine()) * m_nLineHeight};
-}
 } // namespace hostide

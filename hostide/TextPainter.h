@@ -23,8 +23,6 @@ public:
     // point's line is tinted and text after ';' or "//" shows as a comment.
     void PaintLines(HDC hDC, const RECT& rcArea, int xText, const TextDocument& document, bool bEditor) const;
     void PaintLineNumbers(HDC hDC, const RECT& rcArea, const TextDocument& document) const;
-    // Where the insertion point stands, relative to xText and the area's top.
-    POINT CaretPosition(HDC hDC, const TextDocument& document) const;
 
 private:
     TextPainter();

@@ -8,7 +8,8 @@ in the suite. The working tree is restored after each fault.
 
 "unit" runs scripts/unit; anything else is a ctest pattern for
 scripts/test-some (x86_64 on a private display). Prints one line per fault:
-CAUGHT or MISSED, and exits 1 when any was missed.
+CAUGHT or MISSED (or DOES NOT BUILD, a fault to mend), and exits 1
+when any was missed.
 """
 import os
 import subprocess
@@ -116,6 +117,13 @@ FAULTS = [
 ]
 
 
+def builds():
+    # A fault that does not compile proves nothing: the tests would go red
+    # for the build's sake alone.
+    command = ["bash", "-c", "source scripts/lib/common.sh && qv_configure_build x86_64 ON"]
+    return subprocess.run(command, cwd=ROOT, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode == 0
+
+
 def run(tests):
     for test in tests:
         if test == "unit":
@@ -142,10 +150,15 @@ def main():
         with open(full, "w", encoding="utf-8") as f:
             f.write(text.replace(good, bad, 1))
         try:
-            red = run(tests)
+            built = all(t == "unit" for t in tests) or builds()
+            red = run(tests) if built else None
         finally:
             with open(full, "w", encoding="utf-8") as f:
                 f.write(text)
+        if not built:
+            print("%2d DOES NOT BUILD: %s" % (number, what), flush=True)
+            missed += 1
+            continue
         print("%2d %s: %s%s" % (number, "CAUGHT" if red else "MISSED", what, " (by %s)" % red if red else ""),
               flush=True)
         missed += 0 if red else 1
