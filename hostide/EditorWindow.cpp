@@ -84,13 +84,14 @@ LRESULT EditorWindow::HandleMessage(UINT nMessage, WPARAM wParam, LPARAM lParam)
         OnSetFocus();
         break;
     case WM_CHAR:
-        OnChar(static_cast<char>(wParam));
+        // Printable characters go in at the insertion point (the two bytes
+        // of a double-byte one come as two messages); Enter and the control
+        // characters of Ctrl+letter are left alone.
+        if (static_cast<unsigned char>(wParam) >= 0x20)
+            InsertText(std::string(1, static_cast<char>(wParam)));
         return 0;
     case WM_KEYDOWN:
         OnKeyDown(static_cast<UINT>(wParam));
-        return 0;
-    case WM_VSCROLL:
-        OnVScroll(LOWORD(wParam));
         return 0;
     case WM_LBUTTONDOWN:
         OnLButtonDown(GET_Y_LPARAM(lParam));
@@ -130,31 +131,6 @@ void EditorWindow::OnSetFocus()
     HostLog::Write("SETFOCUS " + std::string(kClass) + " " + Title());
 }
 
-void EditorWindow::OnChar(char ch)
-{
-    const unsigned char uch = static_cast<unsigned char>(ch);
-    if (ch == '\r')
-    {
-        // Enter. Ctrl+Enter, the tool's key, arrives as LF and is left alone
-        // with the other control characters below.
-        m_document.SplitLine();
-    }
-    else if (ch == '\b')
-    {
-        m_document.DeleteBefore();
-    }
-    else if (ch == '\t' || (uch >= 0x20 && uch != 0x7F))
-    {
-        // The two bytes of a double-byte character come as two WM_CHARs.
-        m_document.Insert(std::string(1, ch));
-    }
-    else
-    {
-        return; // control characters of Ctrl+letter
-    }
-    Changed(true);
-}
-
 void EditorWindow::OnKeyDown(UINT nKey)
 {
     const bool bCtrl = CtrlHeld();
@@ -166,12 +142,6 @@ void EditorWindow::OnKeyDown(UINT nKey)
     const int nLine = bCtrl ? (nKey == VK_HOME ? 0 : m_document.LineCount() - 1) : m_document.CaretLine();
     m_document.MoveTo(nLine, nKey == VK_HOME ? 0 : std::string::npos);
     Changed(true);
-}
-
-void EditorWindow::OnVScroll(UINT nCode)
-{
-    if (ScrollDocument(m_document, nCode))
-        Changed(false);
 }
 
 void EditorWindow::OnLButtonDown(int y)
@@ -190,22 +160,18 @@ RECT EditorWindow::TextArea() const
     return rc;
 }
 
-int EditorWindow::VisibleLines() const
-{
-    return TextPainter::Instance().VisibleLines(TextArea());
-}
-
 void EditorWindow::Changed(bool bScrollToCaret)
 {
     if (bScrollToCaret)
         m_document.ScrollToCaret(VisibleLines());
-    InvalidateRect(m_hWnd, nullptr, FALSE);
-    InvalidateRect(m_hWndNumbers, nullptr, FALSE);
+    Redraw();
     UpdateScrollBar();
 }
 
-void EditorWindow::UpdateScrollBar()
+void EditorWindow::Redraw()
 {
-    SetScrollBarTo(m_document, VisibleLines());
+    InvalidateRect(m_hWnd, nullptr, FALSE);
+    InvalidateRect(m_hWndNumbers, nullptr, FALSE);
 }
+
 } // namespace hostide

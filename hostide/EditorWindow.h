@@ -23,7 +23,6 @@ public:
     static EditorWindow* From(HWND hWnd);
 
     const std::string& Path() const { return m_strPath; }
-    const TextDocument& Document() const { return m_document; }
     // Inserts at the insertion point and shows the result at once.
     void InsertText(const std::string& strText);
     // Writes the text to the editor's file; "Untitled" editors have none.
@@ -37,19 +36,15 @@ private:
     void OnSize();
     void OnPaint();
     void OnSetFocus();
-    void OnChar(char ch);
     void OnKeyDown(UINT nKey);
-    void OnVScroll(UINT nCode);
     void OnLButtonDown(int y);
 
-    RECT TextArea() const;
-    int VisibleLines() const;
+    RECT TextArea() const override;
+    void Redraw() override;
     void Changed(bool bScrollToCaret);
-    void UpdateScrollBar();
 
     std::string m_strPath;
     bool m_bHasFile;
-    TextDocument m_document;
     HWND m_hWndNumbers = nullptr;
 };
 } // namespace hostide

@@ -1,6 +1,5 @@
 #include "HostFrame.h"
 
-#include "DroppedFiles.h"
 #include "EditorWindow.h"
 #include "HostLog.h"
 #include "HostVariant.h"
@@ -11,6 +10,7 @@
 
 #include <shellapi.h>
 
+#include <ctype.h>
 #include <string.h>
 
 #include <vector>
@@ -98,19 +98,11 @@ std::string ClipboardText(HWND hWnd)
     return strText;
 }
 
-std::string Escaped(const std::string& strText)
+std::string Escaped(std::string strText)
 {
-    std::string strLine;
-    for (char ch : strText)
-    {
-        if (ch == '\r')
-            strLine += "\\r";
-        else if (ch == '\n')
-            strLine += "\\n";
-        else
-            strLine += ch;
-    }
-    return strLine;
+    for (size_t i = strText.find_first_of("\r\n"); i != std::string::npos; i = strText.find_first_of("\r\n", i + 2))
+        strText.replace(i, 1, strText[i] == '\r' ? "\\r" : "\\n");
+    return strText;
 }
 } // namespace
 
@@ -171,7 +163,7 @@ LRESULT HostFrame::HandleMessage(UINT nMessage, WPARAM wParam, LPARAM lParam)
         }
         if (LOWORD(wParam) == kLogDeactivations)
         {
-            LogDeactivations();
+            HostLog::Write("DEACTIVATED " + std::to_string(m_nDeactivations));
             return 0;
         }
         if (OnCommand(LOWORD(wParam)))
@@ -226,25 +218,15 @@ void HostFrame::OnSize(LPARAM lParam)
     const int nBar = ToolBar::Height();
     RECT rcBar = rc;
     RECT rcClient = rc;
-    switch (m_toolBarSide)
-    {
-    case ToolBar::Side::Top:
-        rcBar.bottom = rc.top + nBar;
-        rcClient.top = rcBar.bottom;
-        break;
-    case ToolBar::Side::Bottom:
-        rcBar.top = rc.bottom - nBar;
-        rcClient.bottom = rcBar.top;
-        break;
-    case ToolBar::Side::Left:
-        rcBar.right = rc.left + nBar;
-        rcClient.left = rcBar.right;
-        break;
-    case ToolBar::Side::Right:
-        rcBar.left = rc.right - nBar;
-        rcClient.right = rcBar.left;
-        break;
-    }
+    // The bar's inner edge is the client's outer one.
+    if (m_toolBarSide == ToolBar::Side::Top)
+        rcBar.bottom = rcClient.top = rc.top + nBar;
+    else if (m_toolBarSide == ToolBar::Side::Bottom)
+        rcBar.top = rcClient.bottom = rc.bottom - nBar;
+    else if (m_toolBarSide == ToolBar::Side::Left)
+        rcBar.right = rcClient.left = rc.left + nBar;
+    else
+        rcBar.left = rcClient.right = rc.right - nBar;
     // A frame narrower than the bar leaves the client empty, not negative.
     const int cxClient = rcClient.right > rcClient.left ? rcClient.right - rcClient.left : 0;
     const int cyClient = rcClient.bottom > rcClient.top ? rcClient.bottom - rcClient.top : 0;
@@ -309,11 +291,6 @@ void HostFrame::LogMenuCheck(UINT nCommand) const
     const UINT nState = hMenu ? GetMenuState(hMenu, nCommand, MF_BYCOMMAND) : static_cast<UINT>(-1);
     const char* pszState = nState == static_cast<UINT>(-1) ? "absent" : (nState & MF_CHECKED) ? "checked" : "unchecked";
     HostLog::Write("MENUCHECK " + std::to_string(nCommand) + " " + pszState);
-}
-
-void HostFrame::LogDeactivations() const
-{
-    HostLog::Write("DEACTIVATED " + std::to_string(m_nDeactivations));
 }
 
 bool HostFrame::OnCommand(UINT nCommand)
@@ -392,15 +369,17 @@ bool HostFrame::OnCommand(UINT nCommand)
 
 void HostFrame::OnDropFiles(HDROP hDrop)
 {
-    std::vector<std::string> files;
-    // A block that holds no file list is not freed: its handle may name an
-    // allocation of this process that is not the drop's.
-    if (!DroppedFiles::Read(hDrop, files))
-        return;
-    for (const std::string& strPath : files)
+    // Full paths only: a list that starts a byte late (":\dir\file") opens nothing.
+    const UINT nFiles = DragQueryFileA(hDrop, 0xFFFFFFFF, nullptr, 0);
+    for (UINT i = 0; i < nFiles; ++i)
     {
-        HostLog::Write("DROP " + strPath);
-        OpenFile(strPath);
+        char szPath[MAX_PATH] = {};
+        DragQueryFileA(hDrop, i, szPath, MAX_PATH);
+        const bool bDrive = isalpha(static_cast<unsigned char>(szPath[0])) && szPath[1] == ':' && szPath[2] == '\\';
+        if (!bDrive && !(szPath[0] == '\\' && szPath[1] == '\\'))
+            continue;
+        HostLog::Write(std::string("DROP ") + szPath);
+        OpenFile(szPath);
     }
     DragFinish(hDrop);
 }

@@ -60,7 +60,6 @@ private:
     void CloseAll();
     void SetProject(const std::string& strProject);
     void LogMenuBar() const;
-    void LogDeactivations() const;
     void LogMenuCheck(UINT nCommand) const;
 
     std::string m_strProject;

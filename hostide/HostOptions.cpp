@@ -38,23 +38,9 @@ HostOptions HostOptions::Parse(int argc, char** argv)
         else if (_stricmp(strSwitch.c_str(), "/view") == 0)
             options.windows.push_back({true, strValue});
         else if (_stricmp(strSwitch.c_str(), "/size") == 0)
-        {
-            int cx = 0, cy = 0;
-            if (sscanf(strValue.c_str(), "%dx%d", &cx, &cy) == 2 && cx > 0 && cy > 0)
-            {
-                options.cx = cx;
-                options.cy = cy;
-            }
-        }
+            sscanf(strValue.c_str(), "%dx%d", &options.cx, &options.cy);
         else if (_stricmp(strSwitch.c_str(), "/pos") == 0)
-        {
-            int x = 0, y = 0;
-            if (sscanf(strValue.c_str(), "%d,%d", &x, &y) == 2)
-            {
-                options.x = x;
-                options.y = y;
-            }
-        }
+            sscanf(strValue.c_str(), "%d,%d", &options.x, &options.y);
         else
             continue; // not a switch: look at the next word
         ++i;

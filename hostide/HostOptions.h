@@ -28,7 +28,7 @@ struct HostOptions
     int cy = 720;
 
     // Parses the program's arguments as the C runtime split them (the
-    // program's name first); unknown words and malformed values are passed over.
+    // program's name first); unknown words are passed over.
     static HostOptions Parse(int argc, char** argv);
 };
 } // namespace hostide

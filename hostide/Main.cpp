@@ -66,26 +66,6 @@ using namespace hostide;
 
 namespace
 {
-class AcceleratorTable
-{
-public:
-    AcceleratorTable()
-    {
-        // Ctrl+E is the host's own accelerator: the tool must still see the
-        // key although the loop turns it into a command. Ctrl+Enter is not
-        // one; it reaches the editor as WM_KEYDOWN.
-        ACCEL accel[] = {{FCONTROL | FVIRTKEY, 'E', static_cast<WORD>(HostFrame::kCtrlE)}};
-        m_hAccel = CreateAcceleratorTableA(accel, 1);
-    }
-    ~AcceleratorTable() { DestroyAcceleratorTable(m_hAccel); }
-    AcceleratorTable(const AcceleratorTable&) = delete;
-    AcceleratorTable& operator=(const AcceleratorTable&) = delete;
-    HACCEL Handle() const { return m_hAccel; }
-
-private:
-    HACCEL m_hAccel;
-};
-
 bool RegisterClasses()
 {
     return HostFrame::Register() && ToolBar::Register() && EditorWindow::Register() && LineNumbers::Register() &&
@@ -123,7 +103,11 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int nShowCmd)
     }
     HostLog::Write("READY");
 
-    AcceleratorTable accelerators;
+    // Ctrl+E is the host's own accelerator: the tool must still see the key
+    // although the loop turns it into a command. Ctrl+Enter is not one; it
+    // reaches the editor as WM_KEYDOWN. The table lives as long as the process.
+    ACCEL accel = {FCONTROL | FVIRTKEY, 'E', static_cast<WORD>(HostFrame::kCtrlE)};
+    HACCEL hAccel = CreateAcceleratorTableA(&accel, 1);
     MSG msg;
     while (GetMessageA(&msg, nullptr, 0, 0) > 0)
     {
@@ -131,7 +115,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int nShowCmd)
         HWND hWndClient = IsWindow(hWndFrame) ? pFrame->Client() : nullptr;
         if (hWndClient && TranslateMDISysAccel(hWndClient, &msg))
             continue;
-        if (IsWindow(hWndFrame) && TranslateAcceleratorA(hWndFrame, accelerators.Handle(), &msg))
+        if (IsWindow(hWndFrame) && TranslateAcceleratorA(hWndFrame, hAccel, &msg))
             continue;
         TranslateMessage(&msg);
         DispatchMessageA(&msg);

@@ -3,6 +3,7 @@
 #include "HostVariant.h"
 
 #include "HostLog.h"
+#include "TextPainter.h"
 
 #include <mbstring.h>
 #include <algorithm>
@@ -72,22 +73,30 @@ bool MdiChild::HandleCommon(UINT nMessage, WPARAM wParam, LPARAM lParam, LRESULT
             return false;
         lResult = 0;
         return true;
+    case WM_VSCROLL:
+        if (ScrollDocument(LOWORD(wParam)))
+        {
+            UpdateScrollBar();
+            Redraw();
+        }
+        lResult = 0;
+        return true;
     default:
         return false;
     }
 }
 
-bool MdiChild::ScrollDocument(TextDocument& document, UINT nCode)
+bool MdiChild::ScrollDocument(UINT nCode)
 {
     HostLog::Write("VSCROLL " + Title() + " " + std::to_string(nCode));
-    const int nTop = document.TopLine();
+    const int nTop = m_document.TopLine();
     switch (nCode)
     {
     case SB_LINEUP:
-        document.SetTopLine(nTop - 1);
+        m_document.SetTopLine(nTop - 1);
         break;
     case SB_LINEDOWN:
-        document.SetTopLine(nTop + 1);
+        m_document.SetTopLine(nTop + 1);
         break;
     case SB_THUMBTRACK:
     case SB_THUMBPOSITION:
@@ -96,7 +105,7 @@ bool MdiChild::ScrollDocument(TextDocument& document, UINT nCode)
         si.cbSize = sizeof(si);
         si.fMask = SIF_TRACKPOS;
         if (GetScrollInfo(m_hWnd, SB_VERT, &si))
-            document.SetTopLine(si.nTrackPos);
+            m_document.SetTopLine(si.nTrackPos);
         break;
     }
     default:
@@ -105,16 +114,28 @@ bool MdiChild::ScrollDocument(TextDocument& document, UINT nCode)
     return true;
 }
 
-void MdiChild::SetScrollBarTo(const TextDocument& document, int nVisibleLines)
+RECT MdiChild::TextArea() const
+{
+    RECT rc;
+    GetClientRect(m_hWnd, &rc);
+    return rc;
+}
+
+int MdiChild::VisibleLines() const
+{
+    return TextPainter::Instance().VisibleLines(TextArea());
+}
+
+void MdiChild::UpdateScrollBar()
 {
     SCROLLINFO si = {};
     si.cbSize = sizeof(si);
     si.fMask = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL;
-    const int nPage = std::max(1, nVisibleLines);
+    const int nPage = std::max(1, VisibleLines());
     si.nMin = 0;
-    si.nMax = document.LineCount() - 1 + nPage - 1;
+    si.nMax = m_document.LineCount() - 1 + nPage - 1;
     si.nPage = static_cast<UINT>(nPage);
-    si.nPos = document.TopLine();
+    si.nPos = m_document.TopLine();
     SetScrollInfo(m_hWnd, SB_VERT, &si, TRUE);
 }
 } // namespace hostide

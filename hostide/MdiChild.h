@@ -24,15 +24,26 @@ public:
     static HWND Find(HWND hWndClient, const char* pszClass, const std::string& strTitle, bool bIgnoreCase);
     static void Activate(HWND hWndChild);
 
+    const TextDocument& Document() const { return m_document; }
+
 protected:
     LRESULT DefaultProc(UINT nMessage, WPARAM wParam, LPARAM lParam) override;
-    // Handles the messages common to all children; false for the others.
+    // Handles the messages common to all children (closing, the wheel, the
+    // scroll bar); false for the others.
     bool HandleCommon(UINT nMessage, WPARAM wParam, LPARAM lParam, LRESULT& lResult);
-    // WM_VSCROLL: logs it, then moves the document's top line; false for a
-    // code that moves nothing (a page or the ends: the host's users drag
-    // the thumb).
-    bool ScrollDocument(TextDocument& document, UINT nCode);
+    // Where the lines are drawn: the client area, less a gutter.
+    virtual RECT TextArea() const;
+    // Repaints whatever shows the document after it scrolled.
+    virtual void Redraw() = 0;
+    int VisibleLines() const;
     // Any line may be the top one, so the range reaches one page past the end.
-    void SetScrollBarTo(const TextDocument& document, int nVisibleLines);
+    void UpdateScrollBar();
+
+    TextDocument m_document;
+
+private:
+    // WM_VSCROLL: logs it, then moves the top line; false for a code that
+    // moves nothing (a page or the ends: the host's users drag the thumb).
+    bool ScrollDocument(UINT nCode);
 };
 } // namespace hostide

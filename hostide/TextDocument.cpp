@@ -1,9 +1,8 @@
 #include "TextDocument.h"
 
-#include <windows.h>
-
 #include <algorithm>
-#include <stdio.h>
+#include <fstream>
+#include <sstream>
 
 namespace hostide
 {
@@ -13,30 +12,19 @@ TextDocument::TextDocument() : m_lines(1)
 
 bool TextDocument::Load(const std::string& strPath)
 {
-    FILE* pFile = fopen(strPath.c_str(), "rb");
-    if (!pFile)
-    {
-        SetText(std::string());
-        return false;
-    }
-    std::string strText;
-    char buffer[4096];
-    size_t nRead = 0;
-    while ((nRead = fread(buffer, 1, sizeof(buffer), pFile)) > 0)
-        strText.append(buffer, nRead);
-    fclose(pFile);
-    SetText(strText);
-    return true;
+    std::ifstream file(strPath, std::ios::binary);
+    std::ostringstream text;
+    text << file.rdbuf();
+    SetText(file ? text.str() : std::string());
+    return static_cast<bool>(file);
 }
 
 bool TextDocument::Save(const std::string& strPath) const
 {
-    FILE* pFile = fopen(strPath.c_str(), "wb");
-    if (!pFile)
-        return false;
-    const std::string strText = Text();
-    const bool bOk = fwrite(strText.data(), 1, strText.size(), pFile) == strText.size();
-    return fclose(pFile) == 0 && bOk;
+    std::ofstream file(strPath, std::ios::binary);
+    file << Text();
+    file.close();
+    return static_cast<bool>(file);
 }
 
 void TextDocument::SetText(const std::string& strText)
@@ -96,26 +84,6 @@ void TextDocument::SplitLine()
     m_lines.insert(m_lines.begin() + m_nLine + 1, strRest);
     ++m_nLine;
     m_nColumn = 0;
-}
-
-void TextDocument::DeleteBefore()
-{
-    if (m_nColumn == 0)
-    {
-        if (m_nLine == 0)
-            return;
-        const size_t nJoin = m_lines[m_nLine - 1].size();
-        m_lines[m_nLine - 1] += m_lines[m_nLine];
-        m_lines.erase(m_lines.begin() + m_nLine);
-        --m_nLine;
-        m_nColumn = nJoin;
-        return;
-    }
-    // A double-byte character goes as a whole.
-    const char* pszLine = m_lines[m_nLine].c_str();
-    const size_t nStart = static_cast<size_t>(CharPrevA(pszLine, pszLine + m_nColumn) - pszLine);
-    m_lines[m_nLine].erase(nStart, m_nColumn - nStart);
-    m_nColumn = nStart;
 }
 
 void TextDocument::MoveTo(int nLine, size_t nColumn)

@@ -24,7 +24,6 @@ public:
     // and LF each split the line.
     void Insert(const std::string& strText);
     void SplitLine();
-    void DeleteBefore(); // Backspace: a character, or the line break before the line
 
     // To the start (0) or the end (npos) of a line: the only places the
     // stand-in's keys and clicks put the insertion point.

@@ -4,8 +4,6 @@
 
 #include "PaintDC.h"
 
-#include <windowsx.h>
-
 namespace hostide
 {
 namespace
@@ -13,37 +11,13 @@ namespace
 const int kButton = 23;
 const int kGap = 8; // between groups
 
-struct Button
-{
-    UINT nCommand; // 0: a gap between groups
-    COLORREF colour; // of the square that stands for its picture
+// The buttons' pictures, plain squares of a colour each (New, Open, Save |
+// Paste | Build, Build Node | memory, registers, watch); CLR_INVALID: a gap.
+// The buttons only show: the tests use the menu commands.
+const COLORREF kButtons[] = {
+    RGB(255, 255, 255), RGB(240, 200, 80),  RGB(40, 70, 160),   CLR_INVALID,        RGB(180, 130, 70), CLR_INVALID,
+    RGB(40, 150, 40),   RGB(20, 110, 20),   CLR_INVALID,        RGB(70, 70, 70),    RGB(250, 220, 120), RGB(120, 160, 220),
 };
-
-const Button kButtons[] = {
-    {1001, RGB(255, 255, 255)}, {1002, RGB(240, 200, 80)}, {1006, RGB(40, 70, 160)}, {0, 0},
-    {1040, RGB(180, 130, 70)},  {0, 0},                    {1033, RGB(40, 150, 40)}, {1035, RGB(20, 110, 20)},
-    {0, 0},                     {1117, RGB(70, 70, 70)},   {1123, RGB(250, 220, 120)}, {1129, RGB(120, 160, 220)},
-};
-
-// Calls fn(button, offset) for each button, the offset running along the
-// bar (left to right, or top to bottom when upright); returns the first
-// true result.
-template <typename F> const Button* WalkButtons(F fn)
-{
-    int x = 4;
-    for (const Button& button : kButtons)
-    {
-        if (button.nCommand == 0)
-        {
-            x += kGap;
-            continue;
-        }
-        if (fn(button, x))
-            return &button;
-        x += kButton + 1;
-    }
-    return nullptr;
-}
 } // namespace
 
 const char ToolBar::kClass[] = "PFE_TBar";
@@ -89,9 +63,6 @@ LRESULT ToolBar::HandleMessage(UINT nMessage, WPARAM wParam, LPARAM lParam)
     case WM_PAINT:
         OnPaint();
         return 0;
-    case WM_LBUTTONDOWN:
-        OnLButtonDown(GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam));
-        return 0;
     default:
         return DefaultProc(nMessage, wParam, lParam);
     }
@@ -100,29 +71,23 @@ LRESULT ToolBar::HandleMessage(UINT nMessage, WPARAM wParam, LPARAM lParam)
 void ToolBar::OnPaint()
 {
     PaintDC dc(m_hWnd);
-    const bool bVertical = IsVertical();
-    WalkButtons([&](const Button& button, int nOffset) {
-        const int x = bVertical ? 2 : nOffset;
-        const int y = bVertical ? nOffset : 2;
+    int nAlong = 4; // left to right, or top to bottom when upright
+    for (COLORREF colour : kButtons)
+    {
+        if (colour == CLR_INVALID)
+        {
+            nAlong += kGap;
+            continue;
+        }
+        const int x = IsVertical() ? 2 : nAlong;
+        const int y = IsVertical() ? nAlong : 2;
         RECT rcButton = {x, y, x + kButton, y + kButton};
         DrawEdge(dc.Handle(), &rcButton, BDR_RAISEDINNER, BF_RECT);
-        SetBkColor(dc.Handle(), button.colour);
+        SetBkColor(dc.Handle(), colour);
         const RECT rcPicture = {x + 5, y + 5, x + kButton - 5, y + kButton - 5};
         ExtTextOutA(dc.Handle(), 0, 0, ETO_OPAQUE, &rcPicture, nullptr, 0, nullptr);
-        return false;
-    });
+        nAlong += kButton + 1;
+    }
 }
 
-void ToolBar::OnLButtonDown(int x, int y)
-{
-    // Along the bar and across it.
-    const int nAlong = IsVertical() ? y : x;
-    const int nAcross = IsVertical() ? x : y;
-    const Button* pButton = WalkButtons([&](const Button&, int nOffset) {
-        return nAlong >= nOffset && nAlong < nOffset + kButton && nAcross < 2 + kButton;
-    });
-    // Posted, as a menu command would arrive; the tool bar never takes the focus.
-    if (pButton)
-        PostMessageA(GetParent(m_hWnd), WM_COMMAND, pButton->nCommand, 0);
-}
 } // namespace hostide

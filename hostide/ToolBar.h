@@ -1,6 +1,6 @@
 // The host's tool bar (class "PFE_TBar"): a strip of square buttons along one
-// edge of the frame (the top unless moved) that post their commands to the
-// frame. At the left or right edge it stands upright.
+// edge of the frame (the top unless moved). At the left or right edge it
+// stands upright.
 #pragma once
 
 #include "HostWindow.h"
@@ -32,7 +32,6 @@ private:
     bool IsVertical() const { return m_side == Side::Left || m_side == Side::Right; }
     LRESULT HandleMessage(UINT nMessage, WPARAM wParam, LPARAM lParam) override;
     void OnPaint();
-    void OnLButtonDown(int x, int y);
 
     Side m_side = Side::Top;
 };

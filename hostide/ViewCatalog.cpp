@@ -49,19 +49,6 @@ std::string Listing(const char* pszHeader, int nLines)
     return strText;
 }
 
-std::string HexDump(int nRows, bool bErased)
-{
-    std::string strText = "Address   00 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F\r\n";
-    for (int nRow = 0; nRow < nRows; ++nRow)
-    {
-        char szLine[96];
-        int nAt = snprintf(szLine, sizeof(szLine), "  %04X   ", nRow * 16);
-        for (int i = 0; i < 16; ++i)
-            nAt += snprintf(szLine + nAt, sizeof(szLine) - nAt, " %02X", bErased ? 0xFF : (nRow * 16 + i) * 37 % 251);
-        strText += std::string(szLine) + "\r\n";
-    }
-    return strText;
-}
 } // namespace
 
 const ViewCatalog::Entry* ViewCatalog::Entries(int& nCount)
@@ -96,10 +83,9 @@ std::string ViewCatalog::Content(UINT nCommand, const std::string& strProject, c
     {
     case 1117:
     case 1118:
-        return Listing("   Line  Address  Opcode  Disassembly", nCommand == 1117 ? 256 : 64);
     case 1119:
     case 1122:
-        return HexDump(nCommand == 1119 ? 16 : 32, nCommand == 1119);
+        return Listing("   Line  Address  Opcode  Disassembly", nCommand == 1117 ? 256 : 64);
     case 1120:
     case 1164:
         return file.Load(strTitle) ? file.Text() : Listing("   Line  LOC     Object  Source", 40);

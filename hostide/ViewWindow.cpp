@@ -62,33 +62,15 @@ LRESULT ViewWindow::HandleMessage(UINT nMessage, WPARAM wParam, LPARAM lParam)
         if (IsWindow(m_hWndText))
             SetFocus(m_hWndText);
         return lResult;
-    case WM_VSCROLL:
-        OnVScroll(LOWORD(wParam));
-        return 0;
     default:
         break;
     }
     return DefaultProc(nMessage, wParam, lParam);
 }
 
-void ViewWindow::OnVScroll(UINT nCode)
+void ViewWindow::Redraw()
 {
-    if (!ScrollDocument(m_document, nCode))
-        return;
-    UpdateScrollBar();
     InvalidateRect(m_hWndText, nullptr, FALSE);
-}
-
-int ViewWindow::VisibleLines() const
-{
-    RECT rc;
-    GetClientRect(m_hWnd, &rc);
-    return TextPainter::Instance().VisibleLines(rc);
-}
-
-void ViewWindow::UpdateScrollBar()
-{
-    SetScrollBarTo(m_document, VisibleLines());
 }
 
 // ViewText -------------------------------------------------------------------

@@ -17,17 +17,13 @@ public:
     static bool Register();
 
     static HWND Open(HWND hWndClient, const std::string& strTitle, const std::string& strText);
-    const TextDocument& Document() const { return m_document; }
 
 private:
     explicit ViewWindow(const std::string& strText);
 
     LRESULT HandleMessage(UINT nMessage, WPARAM wParam, LPARAM lParam) override;
-    void OnVScroll(UINT nCode);
-    void UpdateScrollBar();
-    int VisibleLines() const;
+    void Redraw() override;
 
-    TextDocument m_document;
     HWND m_hWndText = nullptr;
 };
 
