@@ -77,33 +77,28 @@ LRESULT OnCopyData(const COPYDATASTRUCT* pData)
 
 LRESULT CALLBACK WndProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
 {
-    switch (uMsg)
-    {
-    case WM_COPYDATA:
+    if (uMsg == WM_COPYDATA)
         return OnCopyData(reinterpret_cast<const COPYDATASTRUCT*>(lParam));
-    case kHangMessage: // not answering at all: no message of any kind is taken meanwhile
+    if (uMsg == kHangMessage) // not answering at all: no message of any kind is taken meanwhile
+    {
         Log("HANG", 0, static_cast<unsigned>(wParam));
         Sleep(static_cast<DWORD>(wParam));
-        Log("AWAKE", 0);
-        return 0;
-    case WM_CLOSE:
-    {
-        // The real tool's way out: uninstall, then take records until every
-        // reported window is gone (bounded, so a test cannot hang).
-        uninstallHook();
-        MSG msg;
-        for (const DWORD dwStart = GetTickCount(); !g_reported.empty() && GetTickCount() - dwStart < 5000;)
-            if (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE))
-                DispatchMessageA(&msg);
-            else
-                MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
-        Log("EXIT", 0, static_cast<unsigned>(g_reported.size()));
-        PostQuitMessage(0);
-        return 0;
+        return Log("AWAKE", 0), 0;
     }
-    default:
+    if (uMsg != WM_CLOSE)
         return DefWindowProcA(hWnd, uMsg, wParam, lParam);
-    }
+    // The real tool's way out: uninstall, then take records until every
+    // reported window is gone (bounded, so a test cannot hang).
+    uninstallHook();
+    MSG msg;
+    for (const DWORD dwStart = GetTickCount(); !g_reported.empty() && GetTickCount() - dwStart < 5000;)
+        if (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE))
+            DispatchMessageA(&msg);
+        else
+            MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+    Log("EXIT", 0, static_cast<unsigned>(g_reported.size()));
+    PostQuitMessage(0);
+    return 0;
 }
 } // namespace
 

@@ -8,13 +8,7 @@
 #include "CWatchTable.h"
 #include "TestRunner.h"
 
-namespace
-{
-HWND Handle(uint32_t nValue)
-{
-    return reinterpret_cast<HWND>(static_cast<UINT_PTR>(nValue));
-}
-} // namespace
+static HWND Handle(uint32_t nValue) { return reinterpret_cast<HWND>(static_cast<UINT_PTR>(nValue)); }
 
 TEST_CASE(removing_from_probe_chains_keeps_every_other_entry_findable)
 {
