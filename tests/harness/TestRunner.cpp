@@ -2,7 +2,8 @@
 
 #include <stdio.h>
 #include <string.h>
-#include <windows.h>
+
+#include <chrono>
 
 namespace qt
 {
@@ -63,10 +64,10 @@ int RunAll(int argc, char** argv)
         printf("[ RUN ] %s\n", test.pszName);
         fflush(stdout);
         g_bFailed = false;
-        const DWORD dwStart = GetTickCount();
+        const auto start = std::chrono::steady_clock::now();
         test.fn();
-        printf("[ %s ] %s (%lu ms)\n", g_bFailed ? "FAIL" : " OK ", test.pszName,
-               static_cast<unsigned long>(GetTickCount() - dwStart));
+        const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
+        printf("[ %s ] %s (%lld ms)\n", g_bFailed ? "FAIL" : " OK ", test.pszName, static_cast<long long>(ms.count()));
         fflush(stdout);
         (g_bFailed ? nFailed : nPassed)++;
     }
