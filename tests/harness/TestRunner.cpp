@@ -3,6 +3,7 @@
 #include <stdio.h>
 #include <string.h>
 
+#include <algorithm>
 #include <chrono>
 
 namespace qt
@@ -46,7 +47,7 @@ int RunAll(int argc, char** argv)
 {
     int nPassed = 0;
     int nFailed = 0;
-    std::vector<const char*> names;
+    std::vector<std::string> names;
     for (int i = 1; i < argc; ++i)
     {
         if (strncmp(argv[i], "--", 2) == 0)
@@ -56,10 +57,7 @@ int RunAll(int argc, char** argv)
     }
     for (const TestCase& test : Registry())
     {
-        bool bWanted = names.empty();
-        for (const char* pszName : names)
-            bWanted = bWanted || strcmp(pszName, test.pszName) == 0;
-        if (!bWanted)
+        if (!names.empty() && std::find(names.begin(), names.end(), test.pszName) == names.end())
             continue;
         printf("[ RUN ] %s\n", test.pszName);
         fflush(stdout);
