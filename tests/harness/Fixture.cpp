@@ -2,6 +2,9 @@
 
 #include <stdio.h>
 
+#include <algorithm>
+#include <sstream>
+
 namespace qt
 {
 const char kDockBarAnnouncement[] = "REGMSG 49ED7A1D-5042-42B2-9095-89DBDA86205C";
@@ -35,18 +38,11 @@ bool ShiftWriteTime(const std::string& strPath, LONGLONG nSeconds)
                                nullptr, OPEN_EXISTING, 0, nullptr);
     if (hFile == INVALID_HANDLE_VALUE)
         return false;
-    FILETIME ft;
-    bool bOk = GetFileTime(hFile, nullptr, nullptr, &ft) != FALSE;
-    if (bOk)
-    {
-        ULARGE_INTEGER ticks;
-        ticks.LowPart = ft.dwLowDateTime;
-        ticks.HighPart = ft.dwHighDateTime;
-        ticks.QuadPart += static_cast<ULONGLONG>(nSeconds * 10000000LL);
-        ft.dwLowDateTime = ticks.LowPart;
-        ft.dwHighDateTime = ticks.HighPart;
-        bOk = SetFileTime(hFile, nullptr, nullptr, &ft) != FALSE;
-    }
+    ULARGE_INTEGER ticks = {}; // FILETIME's 100 ns ticks as one number
+    FILETIME* pft = reinterpret_cast<FILETIME*>(&ticks);
+    bool bOk = GetFileTime(hFile, nullptr, nullptr, pft) != FALSE;
+    ticks.QuadPart += static_cast<ULONGLONG>(nSeconds * 10000000LL);
+    bOk = bOk && SetFileTime(hFile, nullptr, nullptr, pft) != FALSE;
     CloseHandle(hFile);
     return bOk;
 }
@@ -85,17 +81,11 @@ bool FileExists(const std::string& strPath)
 std::vector<std::string> SplitLines(const std::string& strText)
 {
     std::vector<std::string> lines;
-    size_t nStart = 0;
-    while (nStart < strText.size())
+    std::istringstream text(strText);
+    for (std::string strLine; std::getline(text, strLine); lines.push_back(strLine))
     {
-        size_t nEnd = strText.find('\n', nStart);
-        if (nEnd == std::string::npos)
-            nEnd = strText.size();
-        std::string strLine = strText.substr(nStart, nEnd - nStart);
         if (!strLine.empty() && strLine.back() == '\r')
             strLine.pop_back();
-        lines.push_back(strLine);
-        nStart = nEnd + 1;
     }
     return lines;
 }
@@ -204,58 +194,63 @@ bool Host::Close()
 
 namespace
 {
-struct FindState
+// The first window for which fn holds: a top-level one, or with a parent
+// one below it at any depth.
+struct Search
 {
-    DWORD dwProcessId;
-    const char* pszClass;
-    const char* pszTitle;
+    std::function<bool(HWND)> fn;
     HWND hWndFound;
 };
 
-BOOL CALLBACK FindTopLevel(HWND hWnd, LPARAM lParam)
+BOOL CALLBACK Visit(HWND hWnd, LPARAM lParam)
 {
-    FindState* pState = reinterpret_cast<FindState*>(lParam);
-    DWORD dwProcessId = 0;
-    GetWindowThreadProcessId(hWnd, &dwProcessId);
-    char szClass[256] = {};
-    GetClassNameA(hWnd, szClass, sizeof(szClass));
-    if (dwProcessId == pState->dwProcessId && strcmp(szClass, pState->pszClass) == 0)
-    {
-        pState->hWndFound = hWnd;
-        return FALSE;
-    }
-    return TRUE;
+    Search* p = reinterpret_cast<Search*>(lParam);
+    if (!p->fn(hWnd))
+        return TRUE;
+    p->hWndFound = hWnd;
+    return FALSE;
 }
 
-BOOL CALLBACK FindByTitle(HWND hWnd, LPARAM lParam)
+HWND FindWhere(HWND hWndParent, std::function<bool(HWND)> fn)
 {
-    FindState* pState = reinterpret_cast<FindState*>(lParam);
-    char szTitle[1024] = {};
-    GetWindowTextA(hWnd, szTitle, sizeof(szTitle));
-    if (strcmp(szTitle, pState->pszTitle) == 0)
-    {
-        pState->hWndFound = hWnd;
-        return FALSE;
-    }
-    return TRUE;
+    Search search = {std::move(fn), nullptr};
+    if (hWndParent)
+        EnumChildWindows(hWndParent, Visit, reinterpret_cast<LPARAM>(&search));
+    else
+        EnumWindows(Visit, reinterpret_cast<LPARAM>(&search));
+    return search.hWndFound;
+}
+
+std::string ClassOf(HWND hWnd)
+{
+    char szClass[256] = {};
+    GetClassNameA(hWnd, szClass, sizeof(szClass));
+    return szClass;
+}
+
+HWND TopLevelOf(DWORD dwProcessId, const char* pszClass)
+{
+    return FindWhere(nullptr, [&](HWND hWnd) {
+        DWORD dwOwner = 0;
+        GetWindowThreadProcessId(hWnd, &dwOwner);
+        return dwOwner == dwProcessId && ClassOf(hWnd) == pszClass;
+    });
 }
 } // namespace
 
 HWND Host::Frame() const
 {
-    FindState state = {m_process.Id(), "PFE_Frame", nullptr, nullptr};
-    EnumWindows(FindTopLevel, reinterpret_cast<LPARAM>(&state));
-    return state.hWndFound;
+    return TopLevelOf(m_process.Id(), "PFE_Frame");
 }
 
 HWND Host::FindWindowByTitle(const std::string& strTitle) const
 {
     HWND hWndFrame = Frame();
-    if (!hWndFrame)
-        return nullptr;
-    FindState state = {0, nullptr, strTitle.c_str(), nullptr};
-    EnumChildWindows(hWndFrame, FindByTitle, reinterpret_cast<LPARAM>(&state));
-    return state.hWndFound;
+    return hWndFrame ? FindWhere(hWndFrame, [&](HWND hWnd) {
+        char szTitle[1024] = {};
+        GetWindowTextA(hWnd, szTitle, sizeof(szTitle));
+        return strTitle == szTitle;
+    }) : nullptr;
 }
 
 HWND Host::FindChildOfClass(HWND hWndParent, const char* pszClass) const
@@ -270,18 +265,16 @@ std::vector<std::string> Host::Log() const
 
 int Host::CountLog(const std::string& strLine) const
 {
-    int nCount = 0;
-    for (const std::string& strEntry : Log())
-        nCount += strEntry == strLine ? 1 : 0;
-    return nCount;
+    const std::vector<std::string> log = Log();
+    return static_cast<int>(std::count(log.begin(), log.end(), strLine));
 }
 
 int Host::CountLogPrefix(const std::string& strPrefix) const
 {
-    int nCount = 0;
-    for (const std::string& strEntry : Log())
-        nCount += strEntry.compare(0, strPrefix.size(), strPrefix) == 0 ? 1 : 0;
-    return nCount;
+    const std::vector<std::string> log = Log();
+    return static_cast<int>(std::count_if(log.begin(), log.end(), [&](const std::string& strEntry) {
+        return strEntry.compare(0, strPrefix.size(), strPrefix) == 0;
+    }));
 }
 
 bool Host::WaitLog(const std::string& strLine, DWORD dwTimeoutMs, int nCount) const
@@ -291,23 +284,16 @@ bool Host::WaitLog(const std::string& strLine, DWORD dwTimeoutMs, int nCount) co
 
 void Host::WaitQuiet(DWORD dwQuietMs, DWORD dwTimeoutMs) const
 {
-    const DWORD dwStart = GetTickCount();
     size_t nLast = ReadTextFile(m_strLog).size();
     DWORD dwSince = GetTickCount();
-    while (GetTickCount() - dwStart < dwTimeoutMs)
-    {
-        Sleep(20);
-        const size_t nNow = ReadTextFile(m_strLog).size();
-        if (nNow != nLast)
-        {
-            nLast = nNow;
-            dwSince = GetTickCount();
-        }
-        else if (GetTickCount() - dwSince >= dwQuietMs)
-        {
-            return;
-        }
-    }
+    WaitFor(
+        [&] {
+            const size_t nNow = ReadTextFile(m_strLog).size();
+            if (nNow != nLast)
+                nLast = nNow, dwSince = GetTickCount();
+            return GetTickCount() - dwSince >= dwQuietMs;
+        },
+        dwTimeoutMs);
 }
 
 void Host::ClearLog() const
@@ -343,9 +329,7 @@ bool Tool::Start()
 
 HWND Tool::MainFrame() const
 {
-    FindState state = {m_process.Id(), "TrayIconFrameClass", nullptr, nullptr};
-    EnumWindows(FindTopLevel, reinterpret_cast<LPARAM>(&state));
-    return state.hWndFound;
+    return TopLevelOf(m_process.Id(), "TrayIconFrameClass");
 }
 
 bool Tool::Exit(DWORD dwTimeoutMs)
@@ -365,33 +349,10 @@ HostAndTool::HostAndTool(const char* pszTag, const std::string& strHostArguments
         WriteTextFile(tool.SettingsPath(), strSettings);
     ok = host.Start(strHostArguments) && tool.Start() && host.WaitLog(kDockBarAnnouncement, 10000);
 }
-namespace
-{
-struct DockSearch
-{
-    HWND hWndFrame;
-    HWND hWndFound;
-};
-
-BOOL CALLBACK FindOwnedDialog(HWND hWnd, LPARAM lParam)
-{
-    DockSearch* p = reinterpret_cast<DockSearch*>(lParam);
-    char szClass[16] = "";
-    GetClassNameA(hWnd, szClass, sizeof(szClass));
-    if (GetWindow(hWnd, GW_OWNER) == p->hWndFrame && lstrcmpA(szClass, "#32770") == 0)
-    {
-        p->hWndFound = hWnd;
-        return FALSE;
-    }
-    return TRUE;
-}
-} // namespace
-
 HWND FindDockBar(HWND hWndFrame)
 {
-    DockSearch search = {hWndFrame, nullptr};
-    EnumWindows(FindOwnedDialog, reinterpret_cast<LPARAM>(&search));
-    return search.hWndFound ? search.hWndFound : FindWindowExA(hWndFrame, nullptr, "#32770", nullptr);
+    HWND hWnd = FindWhere(nullptr, [&](HWND h) { return GetWindow(h, GW_OWNER) == hWndFrame && ClassOf(h) == "#32770"; });
+    return hWnd ? hWnd : FindWindowExA(hWndFrame, nullptr, "#32770", nullptr);
 }
 
 // Clipboard --------------------------------------------------------------------

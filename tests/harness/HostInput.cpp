@@ -4,25 +4,30 @@
 
 namespace qt
 {
+namespace
+{
+INPUT Key(WORD wVk, WORD wScan, DWORD dwFlags)
+{
+    INPUT input = {};
+    input.type = INPUT_KEYBOARD;
+    input.ki = {wVk, wScan, dwFlags, 0, 0};
+    return input;
+}
+
+void Send(std::vector<INPUT>& inputs)
+{
+    SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
+} // namespace
+
 void SendKeys(std::initializer_list<WORD> keys)
 {
     std::vector<INPUT> inputs;
     for (WORD vk : keys)
-    {
-        INPUT input = {};
-        input.type = INPUT_KEYBOARD;
-        input.ki.wVk = vk;
-        inputs.push_back(input);
-    }
+        inputs.push_back(Key(vk, 0, 0));
     for (auto it = keys.end(); it != keys.begin();)
-    {
-        INPUT input = {};
-        input.type = INPUT_KEYBOARD;
-        input.ki.wVk = *--it;
-        input.ki.dwFlags = KEYEVENTF_KEYUP;
-        inputs.push_back(input);
-    }
-    SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+        inputs.push_back(Key(*--it, 0, KEYEVENTF_KEYUP));
+    Send(inputs);
 }
 
 bool FocusEditor(Host& host, HWND hWndEditor)
@@ -48,15 +53,9 @@ void TypeText(const std::wstring& strText)
     std::vector<INPUT> inputs;
     for (wchar_t ch : strText)
     {
-        for (DWORD dwUp : {0ul, static_cast<unsigned long>(KEYEVENTF_KEYUP)})
-        {
-            INPUT input = {};
-            input.type = INPUT_KEYBOARD;
-            input.ki.wScan = ch;
-            input.ki.dwFlags = KEYEVENTF_UNICODE | dwUp;
-            inputs.push_back(input);
-        }
+        inputs.push_back(Key(0, ch, KEYEVENTF_UNICODE));
+        inputs.push_back(Key(0, ch, KEYEVENTF_UNICODE | KEYEVENTF_KEYUP));
     }
-    SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+    Send(inputs);
 }
 } // namespace qt

@@ -4,6 +4,7 @@
 
 #include "Fixture.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -38,11 +39,9 @@ inline std::vector<IniLine> ReadIni(const std::string& strPath)
 inline std::string IniValue(const std::vector<IniLine>& lines, const std::string& strSection,
                             const std::string& strKey)
 {
-    for (const IniLine& line : lines)
-    {
-        if (line.strSection == strSection && line.strKey == strKey)
-            return line.strValue;
-    }
-    return "<missing>";
+    auto it = std::find_if(lines.begin(), lines.end(), [&](const IniLine& line) {
+        return line.strSection == strSection && line.strKey == strKey;
+    });
+    return it == lines.end() ? "<missing>" : it->strValue;
 }
 } // namespace qt

@@ -90,14 +90,8 @@ public:
     explicit ScreenShot(HWND hWnd, Area area = WINDOW_ON_SCREEN)
     {
         RECT rc = {0, 0, 0, 0};
-        HWND hWndSource = nullptr;
-        if (area == WINDOW_ON_SCREEN)
-            GetWindowRect(hWnd, &rc);
-        else
-        {
-            GetClientRect(hWnd, &rc);
-            hWndSource = hWnd;
-        }
+        HWND hWndSource = area == CLIENT_AREA ? hWnd : nullptr; // NULL: the screen's DC
+        (area == CLIENT_AREA ? GetClientRect : GetWindowRect)(hWnd, &rc);
         Make(rc.right - rc.left, rc.bottom - rc.top);
         HDC hDC = GetDC(hWndSource);
         BitBlt(Dc(), 0, 0, Width(), Height(), hDC, rc.left, rc.top, SRCCOPY);

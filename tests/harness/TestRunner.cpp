@@ -2,7 +2,9 @@
 
 #include <stdio.h>
 #include <string.h>
-#include <windows.h>
+
+#include <algorithm>
+#include <chrono>
 
 namespace qt
 {
@@ -45,7 +47,7 @@ int RunAll(int argc, char** argv)
 {
     int nPassed = 0;
     int nFailed = 0;
-    std::vector<const char*> names;
+    std::vector<std::string> names;
     for (int i = 1; i < argc; ++i)
     {
         if (strncmp(argv[i], "--", 2) == 0)
@@ -55,18 +57,15 @@ int RunAll(int argc, char** argv)
     }
     for (const TestCase& test : Registry())
     {
-        bool bWanted = names.empty();
-        for (const char* pszName : names)
-            bWanted = bWanted || strcmp(pszName, test.pszName) == 0;
-        if (!bWanted)
+        if (!names.empty() && std::find(names.begin(), names.end(), test.pszName) == names.end())
             continue;
         printf("[ RUN ] %s\n", test.pszName);
         fflush(stdout);
         g_bFailed = false;
-        const DWORD dwStart = GetTickCount();
+        const auto start = std::chrono::steady_clock::now();
         test.fn();
-        printf("[ %s ] %s (%lu ms)\n", g_bFailed ? "FAIL" : " OK ", test.pszName,
-               static_cast<unsigned long>(GetTickCount() - dwStart));
+        const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
+        printf("[ %s ] %s (%lld ms)\n", g_bFailed ? "FAIL" : " OK ", test.pszName, static_cast<long long>(ms.count()));
         fflush(stdout);
         (g_bFailed ? nFailed : nPassed)++;
     }

@@ -1,5 +1,6 @@
-// A small test runner for programs that run under Wine: named cases, checks
-// that report file and line, and the closing line "N passed, N failed".
+// A small test runner: named cases, checks that report file and line, and the
+// closing line "N passed, N failed". Portable: the programs that run under
+// Wine and the native unit tests (through tests/unit/UnitTest.h) share it.
 #pragma once
 
 #include <functional>
@@ -68,5 +69,6 @@ namespace qt
 {
 inline std::string Show(const std::string& s) { return "\"" + s + "\""; }
 inline std::string Show(const char* s) { return s ? "\"" + std::string(s) + "\"" : "NULL"; }
+inline std::string Show(bool b) { return b ? "true" : "false"; }
 template <typename T> std::string Show(const T& v) { return std::to_string(v); }
 } // namespace qt

@@ -1,53 +1,17 @@
-// The native unit tests' whole framework: pure functions of the product
-// (parsers, validation, formatting) are compiled with the build machine's
-// compiler under sanitizers and checked by table-driven cases.
+// The native unit tests: pure functions of the product (parsers, validation,
+// formatting) compiled with the build machine's compiler under sanitizers and
+// checked by table-driven cases, on the same runner as the Wine tests.
 //
 // A test file is one unit: its first line names the product sources it needs,
 //   // sources: hook/RequestRules.cpp
-// and it defines cases with TEST_CASE. scripts/unit builds and runs each file.
+// and it defines cases with TEST_CASE("name"). scripts/unit builds and runs
+// each file with tests/harness/TestRunner.cpp.
 #pragma once
 
-#include <cstdio>
-#include <cstdlib>
-#include <string>
-#include <vector>
+#include "tests/harness/TestRunner.h"
 
 namespace unit
 {
-struct Case
-{
-    const char* pszName;
-    void (*pfn)();
-};
-
-inline std::vector<Case>& Cases()
-{
-    static std::vector<Case> cases;
-    return cases;
-}
-
-inline int& Failures()
-{
-    static int n = 0;
-    return n;
-}
-
-struct Register
-{
-    Register(const char* pszName, void (*pfn)()) { Cases().push_back({pszName, pfn}); }
-};
-
-inline std::string Show(const std::string& s) { return "\"" + s + "\""; }
-inline std::string Show(const char* s) { return s ? Show(std::string(s)) : std::string("null"); }
-inline std::string Show(bool b) { return b ? "true" : "false"; }
-template <typename T> std::string Show(const T& v) { return std::to_string(v); }
-
-inline void Fail(const char* pszFile, int nLine, const std::string& strWhat)
-{
-    std::fprintf(stderr, "%s:%d: %s\n", pszFile, nLine, strWhat.c_str());
-    ++Failures();
-}
-
 // A small deterministic generator for the bounded random-input loops: the
 // same inputs on every run and every machine, so a failure reproduces.
 class Random
@@ -78,40 +42,22 @@ private:
 };
 } // namespace unit
 
-#define UNIT_CONCAT2(a, b) a##b
-#define UNIT_CONCAT(a, b) UNIT_CONCAT2(a, b)
-#define TEST_CASE(name)                                                                   \
-    static void UNIT_CONCAT(unit_case_, __LINE__)();                                      \
-    static unit::Register UNIT_CONCAT(unit_reg_, __LINE__)(name, UNIT_CONCAT(unit_case_, __LINE__)); \
-    static void UNIT_CONCAT(unit_case_, __LINE__)()
-
-#define CHECK(cond)                                                  \
-    do                                                               \
-    {                                                                \
-        if (!(cond))                                                 \
-            unit::Fail(__FILE__, __LINE__, "CHECK(" #cond ") failed"); \
-    } while (0)
+// Named by a string, not an identifier: the name is a sentence.
+#undef TEST_CASE
+#define TEST_CASE(name)                                                                  \
+    static void QT_CAT(unit_case_, __LINE__)();                                          \
+    static qt::Registrar QT_CAT(unit_reg_, __LINE__)(name, QT_CAT(unit_case_, __LINE__)); \
+    static void QT_CAT(unit_case_, __LINE__)()
 
 // ctx: a value printed with a failure, e.g. the table row's input.
+#undef CHECK_EQ
 #define CHECK_EQ(actual, expected, ctx)                                                          \
     do                                                                                           \
     {                                                                                            \
         const auto& unit_a = (actual);                                                           \
         const auto& unit_e = (expected);                                                         \
         if (!(unit_a == unit_e))                                                                 \
-            unit::Fail(__FILE__, __LINE__,                                                       \
-                       std::string(#actual " = ") + unit::Show(unit_a) + ", expected " +         \
-                           unit::Show(unit_e) + " for " + unit::Show(ctx));                       \
+            qt::Fail(__FILE__, __LINE__,                                                         \
+                     std::string(#actual " = ") + qt::Show(unit_a) + ", expected " +             \
+                         qt::Show(unit_e) + " for " + qt::Show(ctx));                           \
     } while (0)
-
-int main()
-{
-    for (const unit::Case& c : unit::Cases())
-    {
-        const int nBefore = unit::Failures();
-        c.pfn();
-        std::printf("%s %s\n", unit::Failures() == nBefore ? "ok  " : "FAIL", c.pszName);
-    }
-    std::printf("%zu cases, %d failed checks\n", unit::Cases().size(), unit::Failures());
-    return unit::Failures() ? 1 : 0;
-}
