@@ -56,10 +56,7 @@ BOOL CALLBACK FindTreeChild(HWND hWnd, LPARAM lParam)
 {
     char szClass[32] = "";
     GetClassNameA(hWnd, szClass, sizeof(szClass));
-    if (lstrcmpA(szClass, WC_TREEVIEWA) != 0)
-        return TRUE;
-    *reinterpret_cast<HWND*>(lParam) = hWnd;
-    return FALSE;
+    return lstrcmpA(szClass, WC_TREEVIEWA) != 0 || (*reinterpret_cast<HWND*>(lParam) = hWnd, FALSE);
 }
 } // namespace
 

@@ -27,11 +27,6 @@ std::string Reached(Scene& s, const std::function<bool()>& fnAction, const std::
     return Joined(UntilMarker(s.host));
 }
 
-std::string Menu(Scene& s, const char* pszNode, const char* pszKeys, const std::string& strWant)
-{
-    return Reached(s, [&] { return s.ChooseFromMenu(pszNode, pszKeys); }, strWant);
-}
-
 struct Row
 {
     const char* pszNode;
@@ -44,7 +39,7 @@ void CheckRows(Scene& s, std::initializer_list<Row> rows)
 {
     for (const Row& row : rows)
     {
-        const std::string strGot = Menu(s, row.pszNode, row.pszKey, row.strWant);
+        const std::string strGot = Reached(s, [&] { return s.ChooseFromMenu(row.pszNode, row.pszKey); }, row.strWant);
         if (strGot != row.strWant || s.nGreyed != row.nGreyed)
             Fail(__FILE__, __LINE__, std::string(row.pszNode) + " '" + row.pszKey + "': " + strGot + ", " +
                                          std::to_string(s.nGreyed) + " greyed");
@@ -52,26 +47,10 @@ void CheckRows(Scene& s, std::initializer_list<Row> rows)
 }
 } // namespace
 
-TEST_CASE(project_node_sends_its_commands_and_greys_the_project_ones_without_a_project)
+TEST_CASE(project_and_group_nodes_send_their_commands_and_grey_the_project_ones_without_a_project)
 {
     const std::string d = MakeProject("projnode", {"main.asm"});
     Scene s("projnode", "/pos 20,20 /size 900x600 /project " + d + "demo.mcp");
-    REQUIRE(s.ok);
-    CheckRows(s, {{"", "N", "COMMAND 1018", 0},
-                  {"", "O", "COMMAND 1019", 0},
-                  {"", "E", "COMMAND 1032", 0},
-                  {"", "S", "COMMAND 1031", 0},
-                  {"", "B", "COMMAND 1033 | BUILD 1033", 0},
-                  {"", "C", "COMMAND 1030 | PROJECT CLOSE", 0}});
-    // Without a project its Edit, Close, Save and Build are greyed.
-    REQUIRE(WaitFor([&] { return NodeText(s.hWndTree, FindNode(s.hWndTree, "")) == "(Empty)"; }, 5000));
-    CheckRows(s, {{"", "O", "COMMAND 1019", 4}});
-}
-
-TEST_CASE(group_nodes_send_their_commands_and_source_ones_need_a_project)
-{
-    const std::string d = MakeProject("groupnode", {"main.asm"});
-    Scene s("groupnode", "/pos 20,20 /size 900x600 /project " + d + "demo.mcp");
     REQUIRE(s.ok);
     CheckRows(s, {{"Source Files", "N", "COMMAND 1001 | OPEN Untitled", 0},
                   {"Source Files", "O", "COMMAND 1002", 0},
@@ -81,11 +60,17 @@ TEST_CASE(group_nodes_send_their_commands_and_source_ones_need_a_project)
                   {"Header Files", "O", "COMMAND 1002", 0},
                   {"Header Files", "S", "COMMAND 1006", 0},
                   {"Windows", "O", "COMMAND 1098", 0},
-                  {"Windows", "S", "COMMAND 1097", 0}});
-    SetWindowTextA(s.hWndFrame, "Host IDE");
+                  {"Windows", "S", "COMMAND 1097", 0},
+                  {"", "N", "COMMAND 1018", 0},
+                  {"", "O", "COMMAND 1019", 0},
+                  {"", "E", "COMMAND 1032", 0},
+                  {"", "S", "COMMAND 1031", 0},
+                  {"", "B", "COMMAND 1033 | BUILD 1033", 0},
+                  {"", "C", "COMMAND 1030 | PROJECT CLOSE", 0}});
+    // Without a project the project node's Edit, Close, Save and Build and
+    // the Save and Build of Source Files are greyed.
     REQUIRE(WaitFor([&] { return NodeText(s.hWndTree, FindNode(s.hWndTree, "")) == "(Empty)"; }, 5000));
-    // Without a project Save and Build of Source Files are greyed.
-    CheckRows(s, {{"Source Files", "O", "COMMAND 1002", 2}, {"Header Files", "O", "COMMAND 1002", 0}});
+    CheckRows(s, {{"", "O", "COMMAND 1019", 4}, {"Source Files", "O", "COMMAND 1002", 2}, {"Header Files", "O", "COMMAND 1002", 0}});
 }
 
 TEST_CASE(file_nodes_open_close_and_build_the_file_whose_window_has_their_whole_path_in_any_case)
@@ -110,19 +95,19 @@ TEST_CASE(file_nodes_open_close_and_build_the_file_whose_window_has_their_whole_
     CHECK(abs(s.ptMenu.x - pt.x) <= 2 && abs(s.ptMenu.y - pt.y) <= 2);
     // Open again, by Enter: the host activates the window it has.
     CHECK_EQ(Reached(s, [&] { return s.EnterOn("Source Files/main.asm"); }, "DROP " + strMain), "DROP " + strMain);
-    CheckRows(s, {{"Source Files/main.asm", "B", "COMMAND 1035 | BUILD 1035", 0}});
-    // Close makes the file active first, so that 1007 closes it and no other.
-    CHECK_EQ(Menu(s, "Source Files/lib.asm", "C", "CLOSE " + strLib),
-             "DROP " + strLib + " | COMMAND 1007 | CLOSE " + strLib);
-    CHECK_EQ(Menu(s, "Header Files/defs.inc", "C", "CLOSE " + d + "DEFS.INC"),
-             "DROP " + d + "defs.inc | COMMAND 1007 | CLOSE " + d + "DEFS.INC");
-    // External Editor saves first; the user tools come in a submenu.
-    CHECK_EQ(Menu(s, "Source Files/main.asm", "E", "SAVE " + strMain), "COMMAND 1006 | SAVE " + strMain);
+    // Close makes the file active first, so that 1007 closes it and no
+    // other; External Editor saves first.
+    CheckRows(s, {{"Source Files/main.asm", "B", "COMMAND 1035 | BUILD 1035", 0},
+                  {"Source Files/lib.asm", "C", "DROP " + strLib + " | COMMAND 1007 | CLOSE " + strLib, 0},
+                  {"Header Files/defs.inc", "C", "DROP " + d + "defs.inc | COMMAND 1007 | CLOSE " + d + "DEFS.INC", 0},
+                  {"Source Files/main.asm", "E", "COMMAND 1006 | SAVE " + strMain, 0}});
     CHECK(WaitFor([&] { return ReadTextFile(d + "editor.txt").find(strMain) != std::string::npos; }, 5000));
+    // The user tools come in a submenu.
     CHECK(s.ChooseFromMenu("Source Files/main.asm", "TA"));
     CHECK(WaitFor([&] { return ReadTextFile(d + "tool.txt").find(strMain + " /p:" + d + "demo.mcp") != std::string::npos; },
                   5000));
-    CHECK_EQ(Menu(s, "Source Files/main.asm", "A", "COMMAND 1008").substr(0, 12), std::string("COMMAND 1008"));
+    CHECK_EQ(Reached(s, [&] { return s.ChooseFromMenu("Source Files/main.asm", "A"); }, "COMMAND 1008").substr(0, 12),
+             std::string("COMMAND 1008"));
 }
 
 TEST_CASE(view_and_watch_nodes_open_closed_views_bring_open_ones_forward_and_close_them)
@@ -150,15 +135,13 @@ TEST_CASE(view_and_watch_nodes_open_closed_views_bring_open_ones_forward_and_clo
                   {"Windows/EEPROM", "O", "COMMAND 1119 | VIEW 1119 EEPROM Window", 1},
                   {"Windows/EEPROM", "C", "CLOSE EEPROM Window", 0},
                   {"Windows/Absolute Listing", "C", "CLOSE " + d + "demo.lst", 0},
-                  {"Windows/Build Results", "O", "", 1}});
-    // Hide Assist Window is our popup's command: the host never sees it.
-    s.host.ClearLog();
-    CHECK(s.ChooseFromMenu("Windows/Stack", "H"));
+                  {"Windows/Build Results", "O", "", 1},
+                  {"Windows/Stack", "H", "", 0}}); // Hide Assist Window is our popup's: the host never sees it
     CHECK(WaitFor([&] { return !IsWindowVisible(s.hWndDock); }, 3000));
-    CHECK_EQ(Joined(UntilMarker(s.host)), std::string());
     PostMessageA(s.hWndFrame, WM_COMMAND, 32771, 0);
     REQUIRE(WaitFor([&] { return IsWindowVisible(s.hWndTree) != FALSE; }, 3000));
-    CHECK_EQ(Menu(s, "Windows/Stack", "A", "COMMAND 1008").substr(0, 12), std::string("COMMAND 1008"));
+    CHECK_EQ(Reached(s, [&] { return s.ChooseFromMenu("Windows/Stack", "A"); }, "COMMAND 1008").substr(0, 12),
+             std::string("COMMAND 1008"));
 }
 
 TEST_CASE(an_open_file_changed_in_the_background_is_closed_and_dropped_again_when_the_host_returns)

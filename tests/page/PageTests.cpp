@@ -13,9 +13,11 @@ namespace
 // the rest is room for a busy machine.
 const DWORD kWait = 5000;
 
+// A group's files, " | " between; "": the project's name at the root.
 std::string Group(const Scene& s, const char* pszGroup)
 {
-    return Joined(NodeChildren(s.hWndTree, FindNode(s.hWndTree, pszGroup)));
+    HTREEITEM hNode = FindNode(s.hWndTree, pszGroup);
+    return *pszGroup ? Joined(NodeChildren(s.hWndTree, hNode)) : NodeText(s.hWndTree, hNode);
 }
 
 bool WaitGroup(const Scene& s, const char* pszGroup, const std::string& strWant)
@@ -24,11 +26,6 @@ bool WaitGroup(const Scene& s, const char* pszGroup, const std::string& strWant)
     if (!bOk)
         printf("  %s: \"%s\", want \"%s\"\n", pszGroup, Group(s, pszGroup).c_str(), strWant.c_str());
     return bOk;
-}
-
-bool WaitRoot(const Scene& s, const std::string& strWant)
-{
-    return WaitFor([&] { return NodeText(s.hWndTree, FindNode(s.hWndTree, "")) == strWant; }, kWait);
 }
 
 bool Expanded(const Scene& s, const char* pszGroup)
@@ -44,7 +41,7 @@ TEST_CASE(tree_follows_the_project_the_host_title_names)
     const std::string b = MakeProject("titleb", {"boot.asm", "io.h"});
     Scene s("title", "/pos 20,20 /size 900x600 /nextproject " + a + "demo.mcp");
     REQUIRE(s.ok);
-    CHECK(WaitRoot(s, "(Empty)"));
+    CHECK(WaitGroup(s, "", "(Empty)"));
     CHECK_EQ(Joined(NodeChildren(s.hWndTree, FindNode(s.hWndTree, ""))), std::string("Source Files | Header Files | Windows"));
     CHECK_EQ(Group(s, "Source Files") + Group(s, "Header Files"), std::string());
     // The tree fills the page but for two pixels at the bottom.
@@ -56,7 +53,7 @@ TEST_CASE(tree_follows_the_project_the_host_title_names)
 
     // The host opens the project: its name, its files sorted, the groups unfolded.
     PostMessageA(s.hWndFrame, WM_COMMAND, 1019, 0);
-    CHECK(WaitRoot(s, "demo"));
+    CHECK(WaitGroup(s, "", "demo"));
     CHECK(WaitGroup(s, "Source Files", "main.asm | util.c"));
     CHECK(WaitGroup(s, "Header Files", "defs.inc"));
     CHECK(Expanded(s, "Source Files") && Expanded(s, "Header Files"));
@@ -69,25 +66,25 @@ TEST_CASE(tree_follows_the_project_the_host_title_names)
         ch = static_cast<char>(toupper(static_cast<unsigned char>(ch)));
     SetWindowTextA(s.hWndFrame, ("Host IDE - " + strUpper).c_str());
     SetWindowTextA(s.hWndFrame, ("Host IDE - " + a + "other.mcp").c_str());
-    CHECK(WaitRoot(s, "other"));
+    CHECK(WaitGroup(s, "", "other"));
     CHECK(FindNode(s.hWndTree, "Source Files/main.asm") == hMain);
 
     // Another folder replaces the files; a group the user folded stays folded.
     SendMessageA(s.hWndTree, TVM_EXPAND, TVE_COLLAPSE, reinterpret_cast<LPARAM>(FindNode(s.hWndTree, "Source Files")));
     SetWindowTextA(s.hWndFrame, ("Host IDE - " + b + "second.mcp").c_str());
-    CHECK(WaitRoot(s, "second"));
+    CHECK(WaitGroup(s, "", "second"));
     CHECK(WaitGroup(s, "Source Files", "boot.asm"));
     CHECK(WaitGroup(s, "Header Files", "io.h"));
     CHECK(!Expanded(s, "Source Files"));
 
     // The path is the title's third word: blanks and hyphens separate words.
     SetWindowTextA(s.hWndFrame, "Host IDE");
-    CHECK(WaitRoot(s, "(Empty)"));
+    CHECK(WaitGroup(s, "", "(Empty)"));
     CHECK(WaitGroup(s, "Header Files", ""));
     SetWindowTextA(s.hWndFrame, ("Host IDE - " + a + "My Work\\demo.mcp").c_str());
-    CHECK(WaitRoot(s, "My"));
+    CHECK(WaitGroup(s, "", "My"));
     SetWindowTextA(s.hWndFrame, ("Host-IDE-" + a + "demo.mcp").c_str());
-    CHECK(WaitRoot(s, "demo"));
+    CHECK(WaitGroup(s, "", "demo"));
     CHECK(WaitGroup(s, "Source Files", "main.asm | util.c"));
 }
 
@@ -126,7 +123,7 @@ TEST_CASE(poll_lists_the_files_the_patterns_match_as_they_come_and_go)
     REQUIRE(MoveFileA(d.substr(0, d.size() - 1).c_str(), strAway.c_str()));
     CHECK(WaitGroup(s, "Source Files", ""));
     CHECK(WaitGroup(s, "Header Files", ""));
-    CHECK(WaitRoot(s, "demo")); // still the host's project
+    CHECK(WaitGroup(s, "", "demo")); // still the host's project
     REQUIRE(MoveFileA(strAway.c_str(), d.substr(0, d.size() - 1).c_str()));
     CHECK(WaitGroup(s, "Header Files", "defs.inc | gamma.inc"));
 
