@@ -22,6 +22,8 @@
 // Prints what it finds; the closing line says "N passed, N failed".
 #include <windows.h>
 
+#include "BenchClock.h"
+
 #include <stdio.h>
 #include <string.h>
 
@@ -57,30 +59,6 @@ LRESULT CALLBACK PlainProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
     if (uMsg == kAnswerMessage)
         return 42;
     return DefWindowProcA(hWnd, uMsg, wParam, lParam);
-}
-
-double Now()
-{
-    static LARGE_INTEGER s_frequency = [] {
-        LARGE_INTEGER frequency;
-        QueryPerformanceFrequency(&frequency);
-        return frequency;
-    }();
-    LARGE_INTEGER counter;
-    QueryPerformanceCounter(&counter);
-    return static_cast<double>(counter.QuadPart) / static_cast<double>(s_frequency.QuadPart);
-}
-
-void Pump(DWORD dwMs)
-{
-    const DWORD dwStart = GetTickCount();
-    MSG msg;
-    while (GetTickCount() - dwStart < dwMs)
-    {
-        while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE))
-            DispatchMessageA(&msg);
-        MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
-    }
 }
 
 int CountLines(const std::string& strText, const char* pszStart)

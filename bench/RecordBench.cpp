@@ -26,6 +26,8 @@
 
 #include <windows.h>
 
+#include "BenchClock.h"
+
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
@@ -49,18 +51,6 @@ const int kLinesPerNotch = 4; // a notch of 120 is four lines of an MDI child
 const int kWheelStep = 30;
 const WPARAM kIgnoredCommand = 0x7F00; // no host command and none of the tool's popup
 
-double Now()
-{
-    static LARGE_INTEGER s_frequency = [] {
-        LARGE_INTEGER frequency;
-        QueryPerformanceFrequency(&frequency);
-        return frequency;
-    }();
-    LARGE_INTEGER counter;
-    QueryPerformanceCounter(&counter);
-    return static_cast<double>(counter.QuadPart) / static_cast<double>(s_frequency.QuadPart);
-}
-
 double Median(std::vector<double> values)
 {
     std::sort(values.begin(), values.end());
@@ -78,18 +68,6 @@ std::string ExeDir()
     GetModuleFileNameA(nullptr, szPath, MAX_PATH);
     std::string strPath(szPath);
     return strPath.substr(0, strPath.find_last_of('\\') + 1);
-}
-
-void Pump(DWORD dwMs)
-{
-    const DWORD dwStart = GetTickCount();
-    MSG msg;
-    while (GetTickCount() - dwStart < dwMs)
-    {
-        while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE))
-            DispatchMessageA(&msg);
-        MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
-    }
 }
 
 // The empty window: DefWindowProc answers everything, WM_COPYDATA with 0.
