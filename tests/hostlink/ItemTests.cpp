@@ -98,7 +98,8 @@ TEST_CASE(ctrl_e_saves_first_then_opens_a_source_in_the_external_editor_and_igno
             SendKeys({VK_CONTROL, 'E'});
             CHECK(ht.host.WaitLog("HOSTKEY 1099", 5000, ++nKeys)); // the host's own accelerator still saw its key
         }
-        REQUIRE(WaitFor([&] { return FileExists(strDir + "editor.txt"); }, 10000));
+        // The file exists before the editor has written its line into it.
+        REQUIRE(WaitFor([&] { return ReadTextFile(strDir + "editor.txt").find('\n') != std::string::npos; }, 10000));
         const std::vector<std::string> runs = SplitLines(ReadTextFile(strDir + "editor.txt"));
         CHECK(runs.size() == 1 && runs[0].find("editor.txt\" " + strFile) != std::string::npos);
         CHECK_EQ(ht.host.CountLog("SAVE " + strFile), bSave ? 1 : 0);
