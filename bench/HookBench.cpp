@@ -537,13 +537,20 @@ int RunRatios()
     printf("%-34s %10s %10s %10s %10s   %11s\n", "ratio to no hook", "sent", "sent", "posted", "posted",
            "added/msg");
     printf("%-34s %10s %10s %10s %10s   %11s\n", "", "unwatched", "watched", "unwatched", "watched", "sent, watched");
-    const Stream firstAverage = Average(first); // all of it counts
-    PrintRow("first second after the install", base, firstAverage);
+    // The first second is a mean of its blocks, every block counting: its
+    // measure is the mean of the blocks without the hook, not their fastest.
+    const Stream aloneAverage = Average(alone);
+    const Stream firstAverage = Average(first);
+    const std::vector<Stream> lastSecond(before.end() - std::min(before.size(), first.size()), before.end());
+    PrintRow("a second without the hook (control)", aloneAverage, Average(lastSecond));
+    PrintRow("first second after the install", aloneAverage, firstAverage);
+    printf("  blocks: %u in the first second, %u without the hook\n", static_cast<unsigned>(first.size()),
+           static_cast<unsigned>(alone.size()));
     const char* names[] = {"WM_MOUSEMOVE", "WM_TIMER", "WM_NCHITTEST", "WM_SETCURSOR"};
     for (int i = 0; i < 3; ++i)
     {
         const std::string strRow = std::string("  of which ") + names[i];
-        PrintRow(strRow.c_str(), base, firstAverage, i);
+        PrintRow(strRow.c_str(), aloneAverage, firstAverage, i);
     }
     PrintRow("steady state (fastest blocks)", base, Fastest(steady));
     for (size_t i = 0; i < 4; ++i)
@@ -554,8 +561,8 @@ int RunRatios()
     const double dPosted = steadyAverage.PostedUnwatched() / base.PostedUnwatched();
     printf("goal: unwatched <= 1.03x the unhooked time: sent %.3fx, posted %.3fx (%s)\n", dUnwatched, dPosted,
            dUnwatched <= 1.03 && dPosted <= 1.03 ? "met" : "MISSED");
-    const double dFirstSent = firstAverage.SentUnwatched() / base.SentUnwatched();
-    const double dFirstPosted = firstAverage.PostedUnwatched() / base.PostedUnwatched();
+    const double dFirstSent = firstAverage.SentUnwatched() / aloneAverage.SentUnwatched();
+    const double dFirstPosted = firstAverage.PostedUnwatched() / aloneAverage.PostedUnwatched();
     printf("goal: the first second <= 1.1x: sent %.3fx, posted %.3fx (%s)\n", dFirstSent, dFirstPosted,
            dFirstSent <= 1.1 && dFirstPosted <= 1.1 ? "met" : "MISSED");
     fflush(stdout);
