@@ -4,6 +4,7 @@
 #include "CUserException.h"
 #include "CWinApp.h"
 
+#include <commctrl.h>
 #include <memory>
 #include <unordered_map>
 
@@ -157,6 +158,19 @@ BOOL CWnd::CreateEx(DWORD dwExStyle, LPCSTR lpszClassName, LPCSTR lpszWindowName
     if (!AfxUnhookWindowCreate())
         PostNcDestroy(); // the window was never bound: clean up as after a failed create
     return hWnd != nullptr;
+}
+
+BOOL CWnd::CreateControl(LPCSTR lpszClassName, DWORD dwICC, LPCSTR lpszWindowName, DWORD dwStyle, const RECT& rect,
+                         CWnd* pParentWnd, UINT nID)
+{
+    if (dwICC != 0)
+    {
+        INITCOMMONCONTROLSEX icc = {sizeof(icc), dwICC};
+        InitCommonControlsEx(&icc);
+    }
+    return CreateEx(0, lpszClassName, lpszWindowName, dwStyle, rect.left, rect.top, rect.right - rect.left,
+                    rect.bottom - rect.top, pParentWnd ? pParentWnd->m_hWnd : nullptr,
+                    reinterpret_cast<HMENU>(static_cast<UINT_PTR>(nID)));
 }
 
 BOOL CWnd::DestroyWindow()
