@@ -35,9 +35,6 @@ const int kTabTop = 22;
 const int kTabInnerMargin = 10;
 const int kTabOuterMargin = 2;
 const int kTabBottomMargin = 6;
-// The image strip's images of the hide button and the Project tab.
-const int kImageHide = 3;
-const int kImageProject = 4;
 } // namespace
 
 CDockBar::CDockBar(HWND hWndHost)
@@ -130,12 +127,12 @@ BOOL CDockBar::OnInitDialog()
         SetSize(pApp->m_rectDock.Width(), rectClient.Height());
     }
 
-    m_btnHide.SetImage(&m_images, kImageHide);
+    m_btnHide.SetImage(&m_images, CImages::kSmallCross);
     m_tab.SetImageList(&m_images, TRUE);
 
     // The page deletes itself with its window, a child of the tab control.
     CProjectDlg* pPage = new CProjectDlg(&m_tab, m_hWndHost);
-    m_tab.AddPage(pPage, kImageProject);
+    m_tab.AddPage(pPage, CImages::kWindowDoc);
     m_tab.UpdateData(FALSE);
 
     // Tabs 4 pixels taller than the control's own.

@@ -46,8 +46,8 @@ BOOL CCommentDlg::OnInitDialog()
     CDialog::OnInitDialog();
     // The buttons copy their images; the list goes at the end of this scope.
     CImages images;
-    m_btnPaste.SetImage(&images, 1);
-    m_btnCancel.SetImage(&images, 2);
+    m_btnPaste.SetImage(&images, CImages::kCheck);
+    m_btnCancel.SetImage(&images, CImages::kCross);
     return TRUE;
 }
 

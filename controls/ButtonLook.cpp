@@ -2,34 +2,22 @@
 
 #include "CIcon.h"
 
+namespace
+{
+// nFirst or nSecond where the style has only dwFirst or only dwSecond of the
+// pair, else (neither or both) nCentre.
+UINT AlignOf(DWORD dwStyle, DWORD dwFirst, UINT nFirst, DWORD dwSecond, UINT nSecond, UINT nCentre)
+{
+    const DWORD dwSide = dwStyle & (dwFirst | dwSecond);
+    return dwSide == dwFirst ? nFirst : dwSide == dwSecond ? nSecond : nCentre;
+}
+} // namespace
+
 UINT ButtonTextFormat(DWORD dwStyle)
 {
-    UINT nFormat = (dwStyle & BS_MULTILINE) ? 0 : DT_SINGLELINE;
-    switch (dwStyle & (BS_LEFT | BS_RIGHT))
-    {
-    case BS_LEFT:
-        nFormat |= DT_LEFT;
-        break;
-    case BS_RIGHT:
-        nFormat |= DT_RIGHT;
-        break;
-    default:
-        nFormat |= DT_CENTER;
-        break;
-    }
-    switch (dwStyle & (BS_TOP | BS_BOTTOM))
-    {
-    case BS_TOP:
-        nFormat |= DT_TOP;
-        break;
-    case BS_BOTTOM:
-        nFormat |= DT_BOTTOM;
-        break;
-    default:
-        nFormat |= DT_VCENTER;
-        break;
-    }
-    return nFormat;
+    const UINT nLines = (dwStyle & BS_MULTILINE) ? 0 : DT_SINGLELINE;
+    return nLines | AlignOf(dwStyle, BS_LEFT, DT_LEFT, BS_RIGHT, DT_RIGHT, DT_CENTER) |
+           AlignOf(dwStyle, BS_TOP, DT_TOP, BS_BOTTOM, DT_BOTTOM, DT_VCENTER);
 }
 
 ButtonColors ButtonColors::Read()

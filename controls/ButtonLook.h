@@ -10,6 +10,9 @@
 // BS_TOP and BS_BOTTOM the same way up and down.
 UINT ButtonTextFormat(DWORD dwStyle);
 
+// How far a pressed button's image and text move right and down.
+const int kPressOffset = 1;
+
 struct ButtonColors
 {
     COLORREF clrHighlight = 0;

@@ -15,7 +15,6 @@ namespace
 const UINT kHoverTimerId = 1;
 const UINT kHoverPollMs = 20;
 const int kTimerAttempts = 9999;
-const int kPressOffset = 1;
 } // namespace
 
 CFlatButton::CFlatButton() : m_colors(ButtonColors::Read())

@@ -8,6 +8,15 @@
 class CImages : public CImageList
 {
 public:
+    // The strip's images from the left, as res/art draws them.
+    enum Image
+    {
+        kSign, kCheck, kCross, kSmallCross, kWindowDoc, kPin,
+        kProject, kFolder, kOpenFolder, kSource, kHeader,
+        kProgramMemory, kTraceMemory, kEeprom, kListing, kMap, kStack, kFileRegisters, kSpecialRegisters,
+        kProjectView, kBuild, kWatch
+    };
+
     // Loads the strip at once; when the bitmap cannot be loaded the list is
     // empty and whoever uses it shows no pictures.
     CImages();

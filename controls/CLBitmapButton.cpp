@@ -97,7 +97,7 @@ void CLBitmapButton::DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct)
         rectImage = rectItem;
     }
 
-    const int nShift = bPressed ? 1 : 0;
+    const int nShift = bPressed ? kPressOffset : 0;
     if (m_imageList.GetSafeHandle())
         ImageList_Draw(m_imageList, 0, dc, rectImage.left + nShift, rectImage.top + nShift, ILD_TRANSPARENT);
 

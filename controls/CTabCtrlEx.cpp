@@ -8,10 +8,6 @@ BEGIN_MESSAGE_MAP(CTabCtrlEx, CTabCtrl)
     ON_WM_CREATE()
 END_MESSAGE_MAP()
 
-CTabCtrlEx::CTabCtrlEx() = default;
-
-CTabCtrlEx::~CTabCtrlEx() = default;
-
 void CTabCtrlEx::ApplyStyles()
 {
     if (m_bTabsAtBottom)

@@ -9,9 +9,6 @@ class CTabCtrlEx : public CTabCtrl
 {
     DECLARE_DYNAMIC(CTabCtrlEx)
 public:
-    CTabCtrlEx();
-    ~CTabCtrlEx() override;
-
     // Must be set before the control is created or subclassed.
     BOOL m_bTabsAtBottom = FALSE;
     // Adds TCS_BOTTOM when m_bTabsAtBottom.

@@ -8,10 +8,6 @@ BEGIN_MESSAGE_MAP(CTabbedPageEx, CTabCtrlEx)
     ON_WM_SIZE()
 END_MESSAGE_MAP()
 
-CTabbedPageEx::CTabbedPageEx() = default;
-
-CTabbedPageEx::~CTabbedPageEx() = default;
-
 CModelessDialogEx* CTabbedPageEx::GetPage(int i) const
 {
     const PAGE& page = m_pages[static_cast<size_t>(i)];

@@ -18,9 +18,6 @@ class CTabbedPageEx : public CTabCtrlEx
 {
     DECLARE_DYNAMIC(CTabbedPageEx)
 public:
-    CTabbedPageEx();
-    ~CTabbedPageEx() override;
-
     struct PAGE
     {
         int nItem;                   // the tab given to the page

@@ -4,9 +4,7 @@ IMPLEMENT_DYNAMIC(CButton, CWnd)
 
 BOOL CButton::Create(LPCSTR lpszCaption, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID)
 {
-    return CreateEx(0, "BUTTON", lpszCaption, dwStyle, rect.left, rect.top, rect.right - rect.left,
-                    rect.bottom - rect.top, pParentWnd ? pParentWnd->m_hWnd : nullptr,
-                    reinterpret_cast<HMENU>(static_cast<UINT_PTR>(nID)));
+    return CreateControl("BUTTON", 0, lpszCaption, dwStyle, rect, pParentWnd, nID);
 }
 
 void CButton::DrawItem(LPDRAWITEMSTRUCT /*lpDrawItemStruct*/)

@@ -4,11 +4,7 @@ IMPLEMENT_DYNAMIC(CTabCtrl, CWnd)
 
 BOOL CTabCtrl::Create(DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID)
 {
-    INITCOMMONCONTROLSEX icc = {sizeof(icc), ICC_TAB_CLASSES};
-    InitCommonControlsEx(&icc);
-    return CreateEx(0, WC_TABCONTROLA, nullptr, dwStyle, rect.left, rect.top, rect.right - rect.left,
-                    rect.bottom - rect.top, pParentWnd ? pParentWnd->m_hWnd : nullptr,
-                    reinterpret_cast<HMENU>(static_cast<UINT_PTR>(nID)));
+    return CreateControl(WC_TABCONTROLA, ICC_TAB_CLASSES, nullptr, dwStyle, rect, pParentWnd, nID);
 }
 
 LONG CTabCtrl::InsertItem(int nItem, LPCSTR lpszItem)

@@ -4,11 +4,7 @@ IMPLEMENT_DYNAMIC(CTreeCtrl, CWnd)
 
 BOOL CTreeCtrl::Create(DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID)
 {
-    INITCOMMONCONTROLSEX icc = {sizeof(icc), ICC_TREEVIEW_CLASSES};
-    InitCommonControlsEx(&icc);
-    return CreateEx(0, WC_TREEVIEWA, nullptr, dwStyle, rect.left, rect.top, rect.right - rect.left,
-                    rect.bottom - rect.top, pParentWnd ? pParentWnd->m_hWnd : nullptr,
-                    reinterpret_cast<HMENU>(static_cast<UINT_PTR>(nID)));
+    return CreateControl(WC_TREEVIEWA, ICC_TREEVIEW_CLASSES, nullptr, dwStyle, rect, pParentWnd, nID);
 }
 
 HTREEITEM CTreeCtrl::InsertItem(UINT nMask, LPCSTR lpszItem, int nImage, int nSelectedImage, UINT nState,
@@ -39,12 +35,18 @@ HTREEITEM CTreeCtrl::InsertItem(LPCSTR lpszItem, int nImage, int nSelectedImage,
                       hParent, hInsertAfter);
 }
 
+TVITEMA CTreeCtrl::ItemFields(HTREEITEM hItem, UINT nMask)
+{
+    TVITEMA item = {};
+    item.mask = nMask;
+    item.hItem = hItem;
+    return item;
+}
+
 CString CTreeCtrl::GetItemText(HTREEITEM hItem) const
 {
     char szText[1024] = {};
-    TVITEMA item = {};
-    item.mask = TVIF_TEXT;
-    item.hItem = hItem;
+    TVITEMA item = ItemFields(hItem, TVIF_TEXT);
     item.pszText = szText;
     item.cchTextMax = sizeof(szText);
     GetItem(&item);
@@ -53,18 +55,14 @@ CString CTreeCtrl::GetItemText(HTREEITEM hItem) const
 
 BOOL CTreeCtrl::SetItemText(HTREEITEM hItem, LPCSTR lpszItem)
 {
-    TVITEMA item = {};
-    item.mask = TVIF_TEXT;
-    item.hItem = hItem;
+    TVITEMA item = ItemFields(hItem, TVIF_TEXT);
     item.pszText = const_cast<LPSTR>(lpszItem);
     return SetItem(&item);
 }
 
 BOOL CTreeCtrl::GetItemImage(HTREEITEM hItem, int& nImage, int& nSelectedImage) const
 {
-    TVITEMA item = {};
-    item.mask = TVIF_IMAGE | TVIF_SELECTEDIMAGE;
-    item.hItem = hItem;
+    TVITEMA item = ItemFields(hItem, TVIF_IMAGE | TVIF_SELECTEDIMAGE);
     const BOOL bResult = GetItem(&item);
     nImage = item.iImage;
     nSelectedImage = item.iSelectedImage;
@@ -73,9 +71,7 @@ BOOL CTreeCtrl::GetItemImage(HTREEITEM hItem, int& nImage, int& nSelectedImage) 
 
 BOOL CTreeCtrl::SetItemImage(HTREEITEM hItem, int nImage, int nSelectedImage)
 {
-    TVITEMA item = {};
-    item.mask = TVIF_IMAGE | TVIF_SELECTEDIMAGE;
-    item.hItem = hItem;
+    TVITEMA item = ItemFields(hItem, TVIF_IMAGE | TVIF_SELECTEDIMAGE);
     item.iImage = nImage;
     item.iSelectedImage = nSelectedImage;
     return SetItem(&item);
@@ -83,18 +79,14 @@ BOOL CTreeCtrl::SetItemImage(HTREEITEM hItem, int nImage, int nSelectedImage)
 
 DWORD_PTR CTreeCtrl::GetItemData(HTREEITEM hItem) const
 {
-    TVITEMA item = {};
-    item.mask = TVIF_PARAM;
-    item.hItem = hItem;
+    TVITEMA item = ItemFields(hItem, TVIF_PARAM);
     GetItem(&item);
     return static_cast<DWORD_PTR>(item.lParam);
 }
 
 BOOL CTreeCtrl::SetItemData(HTREEITEM hItem, DWORD_PTR dwData)
 {
-    TVITEMA item = {};
-    item.mask = TVIF_PARAM;
-    item.hItem = hItem;
+    TVITEMA item = ItemFields(hItem, TVIF_PARAM);
     item.lParam = static_cast<LPARAM>(dwData);
     return SetItem(&item);
 }

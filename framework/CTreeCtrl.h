@@ -78,4 +78,8 @@ public:
     // as a temporary object. nImageList is TVSIL_NORMAL or TVSIL_STATE.
     CImageList* GetImageList(int nImageList) const;
     CImageList* SetImageList(CImageList* pImageList, int nImageList);
+
+private:
+    // A description of hItem that asks for, or sets, the fields of nMask.
+    static TVITEMA ItemFields(HTREEITEM hItem, UINT nMask);
 };

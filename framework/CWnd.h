@@ -59,6 +59,10 @@ public:
     BOOL CreateEx(DWORD dwExStyle, LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle,
                   int x, int y, int nWidth, int nHeight, HWND hWndParent, HMENU hMenu,
                   LPVOID lpParam = nullptr);
+    // A child control of class lpszClassName in rect, with id nID; dwICC
+    // names the common controls to register first (0 for a system class).
+    BOOL CreateControl(LPCSTR lpszClassName, DWORD dwICC, LPCSTR lpszWindowName, DWORD dwStyle, const RECT& rect,
+                       CWnd* pParentWnd, UINT nID);
     virtual BOOL PreCreateWindow(CREATESTRUCT& cs);
     virtual BOOL DestroyWindow();
     virtual void PostNcDestroy() {}

@@ -8,22 +8,27 @@
 
 #include <vector>
 
-CString GetWindowTitle(HWND hWnd, int nMax)
+namespace
+{
+// What pfnRead (GetWindowTextA, GetClassNameA) reads of the window.
+CString ReadWindowString(HWND hWnd, int nMax, int(WINAPI* pfnRead)(HWND, LPSTR, int))
 {
     if (!IsWindow(hWnd) || nMax <= 0)
         return CString();
     std::vector<char> buffer(static_cast<size_t>(nMax), '\0');
-    GetWindowTextA(hWnd, buffer.data(), nMax);
+    pfnRead(hWnd, buffer.data(), nMax);
     return CString(buffer.data());
+}
+} // namespace
+
+CString GetWindowTitle(HWND hWnd, int nMax)
+{
+    return ReadWindowString(hWnd, nMax, GetWindowTextA);
 }
 
 CString GetWindowClassName(HWND hWnd, int nMax)
 {
-    if (!IsWindow(hWnd) || nMax <= 0)
-        return CString();
-    std::vector<char> buffer(static_cast<size_t>(nMax), '\0');
-    GetClassNameA(hWnd, buffer.data(), nMax);
-    return CString(buffer.data());
+    return ReadWindowString(hWnd, nMax, GetClassNameA);
 }
 
 HWND FindChildTitled(HWND hWndParent, LPCSTR lpszTitle, BOOL bEnding)

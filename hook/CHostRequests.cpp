@@ -8,56 +8,44 @@
 
 namespace
 {
-// A moveable block of this process's global memory, freed unless its
-// ownership has been passed on.
-class GlobalBlock
+void FreeBlock(HGLOBAL hBlock)
+{
+    GlobalFree(hBlock);
+}
+
+void FreeMenu(HMENU hMenu)
+{
+    DestroyMenu(hMenu);
+}
+
+// A handle of this process (a global memory block, a menu), freed with Free
+// unless its ownership has been passed on.
+template <class THandle, void (*Free)(THandle)>
+class Owned
 {
 public:
-    GlobalBlock(UINT uFlags, SIZE_T nSize) : m_hBlock(GlobalAlloc(uFlags, nSize)) {}
-    ~GlobalBlock()
+    explicit Owned(THandle hHandle) : m_hHandle(hHandle) {}
+    ~Owned()
     {
-        if (m_hBlock)
-            GlobalFree(m_hBlock);
+        if (m_hHandle)
+            Free(m_hHandle);
     }
-    GlobalBlock(const GlobalBlock&) = delete;
-    GlobalBlock& operator=(const GlobalBlock&) = delete;
+    Owned(const Owned&) = delete;
+    Owned& operator=(const Owned&) = delete;
 
-    HGLOBAL Get() const { return m_hBlock; }
-    HGLOBAL Release()
+    THandle Get() const { return m_hHandle; }
+    THandle Release()
     {
-        HGLOBAL hBlock = m_hBlock;
-        m_hBlock = nullptr;
-        return hBlock;
+        THandle hHandle = m_hHandle;
+        m_hHandle = nullptr;
+        return hHandle;
     }
 
 private:
-    HGLOBAL m_hBlock;
+    THandle m_hHandle;
 };
-
-// A menu of this process, destroyed unless something took it over.
-class OwnedMenu
-{
-public:
-    explicit OwnedMenu(HMENU hMenu) : m_hMenu(hMenu) {}
-    ~OwnedMenu()
-    {
-        if (m_hMenu)
-            DestroyMenu(m_hMenu);
-    }
-    OwnedMenu(const OwnedMenu&) = delete;
-    OwnedMenu& operator=(const OwnedMenu&) = delete;
-
-    HMENU Get() const { return m_hMenu; }
-    HMENU Release()
-    {
-        HMENU hMenu = m_hMenu;
-        m_hMenu = nullptr;
-        return hMenu;
-    }
-
-private:
-    HMENU m_hMenu;
-};
+using GlobalBlock = Owned<HGLOBAL, FreeBlock>;
+using OwnedMenu = Owned<HMENU, FreeMenu>;
 
 // Whether a menu or any menu below it has an item of command nId.
 bool MenuHasCommand(HMENU hMenu, UINT nId, int nDepth = 0)
@@ -194,7 +182,7 @@ bool CHostRequests::DropFile(HWND hWndFrame, const void* pBody, size_t cbBody)
     // A DROPFILES header, the path, its NUL and the NUL that ends the list;
     // zero-filled, so both NULs are there already. The block is made here
     // because a drop block is memory of the process that reads it.
-    GlobalBlock block(GMEM_MOVEABLE | GMEM_ZEROINIT | GMEM_DDESHARE, sizeof(DROPFILES) + nPath + 2);
+    GlobalBlock block(GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT | GMEM_DDESHARE, sizeof(DROPFILES) + nPath + 2));
     if (!block.Get())
         return false;
     BYTE* pBlock = static_cast<BYTE*>(GlobalLock(block.Get()));

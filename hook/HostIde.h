@@ -14,24 +14,17 @@ const char kClientClass[] = "MDIClient";  // the MDI client inside the frame
 const char kTextClass[] = "PFE_Text";     // an editor, or a view's text pane
 const char kToolBarClass[] = "PFE_TBar";  // a tool bar along the frame's top
 
-// WM_COMMAND ids of the host frame's menus (lParam 0).
-const UINT kCmdNewFile = 1001;
-const UINT kCmdOpenFile = 1002;
-const UINT kCmdSaveAll = 1006;
-const UINT kCmdCloseActive = 1007; // the active document
-const UINT kCmdCloseAll = 1008;
-const UINT kCmdNewProject = 1018;
-const UINT kCmdOpenProject = 1019;
-const UINT kCmdCloseProject = 1030;
-const UINT kCmdSaveProject = 1031;
-const UINT kCmdEditProject = 1032;
-const UINT kCmdBuild = 1033;
-const UINT kCmdBuildActive = 1035; // the active node
-const UINT kCmdPaste = 1040;
-const UINT kCmdSaveWindowSet = 1097;
-const UINT kCmdOpenWindowSet = 1098;
-const UINT kCmdNewWatch = 1129;
-const UINT kCmdOpenWatch = 1130;
+// WM_COMMAND ids of the host frame's menus (lParam 0), menu by menu: File,
+// Edit, Project, Window.
+// CloseActive closes the active document, BuildActive builds the active node.
+enum Command : UINT
+{
+    kCmdNewFile = 1001, kCmdOpenFile = 1002, kCmdSaveAll = 1006, kCmdCloseActive = 1007, kCmdCloseAll = 1008,
+    kCmdPaste = 1040,
+    kCmdNewProject = 1018, kCmdOpenProject = 1019, kCmdCloseProject = 1030, kCmdSaveProject = 1031,
+    kCmdEditProject = 1032, kCmdBuild = 1033, kCmdBuildActive = 1035,
+    kCmdSaveWindowSet = 1097, kCmdOpenWindowSet = 1098, kCmdNewWatch = 1129, kCmdOpenWatch = 1130
+};
 
 // Host frames one instance of the tool serves at a time.
 const unsigned kMaxFrames = 16;

@@ -15,9 +15,7 @@ class CChildWndItem : public CItem
 {
 public:
     using CItem::CItem;
-    ~CChildWndItem() override = default;
 
-    void OnHookMessage(const HookRecord* /*pRecord*/) override {}
     void OnHookMessageDone(const HookRecord* pRecord) override;
 
     // The host frame above this window when it sits in the "MDIClient" of a

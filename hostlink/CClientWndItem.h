@@ -8,8 +8,6 @@ class CClientWndItem : public CItem
 {
 public:
     using CItem::CItem;
-    ~CClientWndItem() override = default;
 
-    void OnHookMessage(const HookRecord* /*pRecord*/) override {}
     void OnHookMessageDone(const HookRecord* pRecord) override;
 };

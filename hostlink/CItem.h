@@ -18,8 +18,9 @@ public:
     CItem(const CItem&) = delete;
     CItem& operator=(const CItem&) = delete;
 
-    // Before the host window handles a message (HOOK_MESSAGE).
-    virtual void OnHookMessage(const HookRecord* pRecord) = 0;
+    // Before the host window handles a message (HOOK_MESSAGE); most kinds
+    // act only after it.
+    virtual void OnHookMessage(const HookRecord* /*pRecord*/) {}
     // After it handled one, or when a posted one arrived (HOOK_MESSAGE_DONE).
     virtual void OnHookMessageDone(const HookRecord* pRecord) = 0;
     // Brings what the item put into the host in line with the settings:

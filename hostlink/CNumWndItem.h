@@ -8,8 +8,6 @@ class CNumWndItem : public CItem
 {
 public:
     using CItem::CItem;
-    ~CNumWndItem() override = default;
 
-    void OnHookMessage(const HookRecord* /*pRecord*/) override {}
     void OnHookMessageDone(const HookRecord* pRecord) override;
 };

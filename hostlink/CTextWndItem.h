@@ -8,8 +8,6 @@ class CTextWndItem : public CItem
 {
 public:
     using CItem::CItem;
-    ~CTextWndItem() override = default;
 
-    void OnHookMessage(const HookRecord* /*pRecord*/) override {}
     void OnHookMessageDone(const HookRecord* pRecord) override;
 };

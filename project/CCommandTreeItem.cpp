@@ -1,5 +1,7 @@
 #include "CCommandTreeItem.h"
 
+#include "CImages.h"
+
 IMPLEMENT_DYNAMIC(CCommandTreeItem, CTreeItem)
 
 CCommandTreeItem::CCommandTreeItem(HWND hWndHost, CTreeCtrl* pTree, UINT nIDLabel, int nImage,
@@ -14,6 +16,11 @@ CCommandTreeItem::CCommandTreeItem(HWND hWndHost, const CTreeCursor& parent, UIN
 {
 }
 
+CCommandTreeItem::CCommandTreeItem(HWND hWndHost, const CTreeCursor& parent, UINT nIDLabel, const Commands& commands)
+    : CCommandTreeItem(hWndHost, parent, nIDLabel, CImages::kFolder, CImages::kOpenFolder, commands)
+{
+}
+
 CString CCommandTreeItem::GetPath() const
 {
     return CString();
@@ -21,19 +28,12 @@ CString CCommandTreeItem::GetPath() const
 
 void CCommandTreeItem::OnCommand(UINT nID)
 {
-    if (PostEveryNodeCommand(m_hWndHost, nID))
-        return;
     if (const HostCommand* pCommand = FindHostCommand(m_commands.pTable, m_commands.nCount, nID))
         PostHostCommand(m_hWndHost, pCommand->nHostCommand);
 }
 
 void CCommandTreeItem::OnUpdateCommand(CCmdUI* pCmdUI)
 {
-    if (IsEveryNodeCommand(pCmdUI->m_nID))
-    {
-        pCmdUI->Enable(TRUE);
-        return;
-    }
     const HostCommand* pCommand = FindHostCommand(m_commands.pTable, m_commands.nCount, pCmdUI->m_nID);
     const BOOL bProjectOpen = m_commands.pstrProject && !m_commands.pstrProject->IsEmpty();
     pCmdUI->Enable(pCommand && (!pCommand->bNeedsProject || bProjectOpen));

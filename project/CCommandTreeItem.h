@@ -37,6 +37,8 @@ protected:
     CCommandTreeItem(HWND hWndHost, CTreeCtrl* pTree, UINT nIDLabel, int nImage, const Commands& commands);
     CCommandTreeItem(HWND hWndHost, const CTreeCursor& parent, UINT nIDLabel, int nImage, int nSelectedImage,
                      const Commands& commands);
+    // A group, the last child of parent: a folder, open while selected.
+    CCommandTreeItem(HWND hWndHost, const CTreeCursor& parent, UINT nIDLabel, const Commands& commands);
 
 private:
     Commands m_commands;

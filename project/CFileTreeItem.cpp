@@ -40,14 +40,12 @@ CString CFileTreeItem::GetPath() const
 
 HWND CFileTreeItem::FindHostWindow() const
 {
-    HWND hWndClient = HostIde::FindMdiClient(m_hWndHost);
-    if (!hWndClient)
-        return nullptr;
     // Window order, so that of two windows of the same file the one the
     // host lists first is taken. The whole title must match: the host marks
     // a modified file by appending to its title, and that window is not
     // taken for the file.
-    return FindChildTitled(hWndClient, m_strPath, FALSE);
+    HWND hWndClient = HostIde::FindMdiClient(m_hWndHost);
+    return hWndClient ? FindChildTitled(hWndClient, m_strPath, FALSE) : nullptr;
 }
 
 void CFileTreeItem::Open()
@@ -99,8 +97,6 @@ void CFileTreeItem::OnCommand(UINT nID)
             pApp->RunCommand(m_hWndHost, pApp->m_tools[nTool].m_strCommand, m_strPath);
         return;
     }
-    if (PostEveryNodeCommand(m_hWndHost, nID))
-        return;
     switch (nID)
     {
     case ID_NODE_OPEN:
@@ -132,11 +128,6 @@ void CFileTreeItem::OnUpdateCommand(CCmdUI* pCmdUI)
     if (pCmdUI->m_nID >= ID_TOOL_FIRST && pCmdUI->m_nID <= ID_TOOL_LAST)
     {
         pCmdUI->Enable(GetApp()->CanRunTool(static_cast<int>(pCmdUI->m_nID - ID_TOOL_FIRST), m_hWndHost, m_strPath));
-        return;
-    }
-    if (IsEveryNodeCommand(pCmdUI->m_nID))
-    {
-        pCmdUI->Enable(TRUE);
         return;
     }
     switch (pCmdUI->m_nID)

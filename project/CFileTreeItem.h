@@ -14,7 +14,7 @@ class CFileTreeItem : public CTreeItem
     DECLARE_DYNAMIC(CFileTreeItem)
 public:
     // The last child of parent, labelled with the file's name and showing
-    // nImage selected or not (9 source, 10 header).
+    // nImage selected or not (CImages::kSource or kHeader).
     CFileTreeItem(HWND hWndHost, const CTreeCursor& parent, LPCSTR lpszPath, int nImage);
     ~CFileTreeItem() override;
 

@@ -5,16 +5,13 @@
 
 IMPLEMENT_DYNAMIC(CHeaderFilesTreeItem, CCommandTreeItem)
 
-namespace
-{
 const HostCommand kCommands[] = {
     {ID_NODE_NEW, HostIde::kCmdNewFile, FALSE},
     {ID_NODE_OPEN, HostIde::kCmdOpenFile, FALSE},
     {ID_NODE_SAVEALL, HostIde::kCmdSaveAll, FALSE},
 };
-} // namespace
 
 CHeaderFilesTreeItem::CHeaderFilesTreeItem(HWND hWndHost, const CTreeCursor& parent, CString* pstrProject)
-    : CCommandTreeItem(hWndHost, parent, IDS_HEADERFILES, 7, 8, Table(kCommands, pstrProject))
+    : CCommandTreeItem(hWndHost, parent, IDS_HEADERFILES, Table(kCommands, pstrProject))
 {
 }

@@ -10,6 +10,7 @@
 #include "CWatchTreeItem.h"
 #include "CWindowTreeItem.h"
 #include "CWindowsTreeItem.h"
+#include "HostCommand.h"
 #include "PathNames.h"
 #include "QuorvantHook.h"
 #include "TextWords.h"
@@ -32,9 +33,6 @@ const UINT_PTR kRefreshTimer = 1001;
 const UINT kRefreshPeriod = 500;  // ms
 const int kTimerRequests = 100;
 const int kPollsPerSearch = 10;   // an unchanged directory is searched every tenth poll
-
-const int kImageSourceFile = 9;
-const int kImageHeaderFile = 10;
 
 // Orders paths the way the group lists compare them (_mbsicmp), so that a
 // lookup here finds exactly what a walk of the list would find.
@@ -183,8 +181,8 @@ void CProjectDlg::DoDataExchange(CDataExchange* pDX)
     // Read at each exchange: whoever changes the patterns sees the change
     // at the next poll.
     CApp* pApp = GetApp();
-    FillGroup(m_sourceFiles, m_cursorSourceFiles, pApp->m_strSource, kImageSourceFile);
-    FillGroup(m_headerFiles, m_cursorHeaderFiles, pApp->m_strHeader, kImageHeaderFile);
+    FillGroup(m_sourceFiles, m_cursorSourceFiles, pApp->m_strSource, CImages::kSource);
+    FillGroup(m_headerFiles, m_cursorHeaderFiles, pApp->m_strHeader, CImages::kHeader);
 }
 
 void CProjectDlg::FillGroup(CTreeItems& group, CTreeCursor cursorGroup, LPCSTR lpszPatterns, int nImage)
@@ -386,15 +384,23 @@ BOOL CProjectDlg::OnReturnKey()
     return TRUE; // Enter never reaches the dialog manager
 }
 
+// The commands every kind's menu ends with are the page's; the rest are the
+// selected node's.
 void CProjectDlg::OnNodeCommand(UINT nID)
 {
-    if (CTreeItem* pItem = GetSelectedItem())
+    CTreeItem* pItem = GetSelectedItem();
+    if (pItem && !PostEveryNodeCommand(pItem->m_hWndHost, nID))
         pItem->OnCommand(nID);
 }
 
 void CProjectDlg::OnUpdateNodeCommand(CCmdUI* pCmdUI)
 {
-    if (CTreeItem* pItem = GetSelectedItem())
+    CTreeItem* pItem = GetSelectedItem();
+    if (!pItem)
+        return;
+    if (IsEveryNodeCommand(pCmdUI->m_nID))
+        pCmdUI->Enable(TRUE);
+    else
         pItem->OnUpdateCommand(pCmdUI);
 }
 

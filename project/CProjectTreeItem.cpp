@@ -1,12 +1,11 @@
 #include "CProjectTreeItem.h"
 
+#include "CImages.h"
 #include "HostIde.h"
 #include "resource.h"
 
 IMPLEMENT_DYNAMIC(CProjectTreeItem, CCommandTreeItem)
 
-namespace
-{
 const HostCommand kCommands[] = {
     {ID_NODE_NEW, HostIde::kCmdNewProject, FALSE},
     {ID_NODE_OPEN, HostIde::kCmdOpenProject, FALSE},
@@ -15,9 +14,8 @@ const HostCommand kCommands[] = {
     {ID_NODE_SAVE, HostIde::kCmdSaveProject, TRUE},
     {ID_NODE_BUILD, HostIde::kCmdBuild, TRUE},
 };
-} // namespace
 
 CProjectTreeItem::CProjectTreeItem(HWND hWndHost, CTreeCtrl* pTree, CString* pstrProject)
-    : CCommandTreeItem(hWndHost, pTree, IDS_EMPTY, 6, Table(kCommands, pstrProject))
+    : CCommandTreeItem(hWndHost, pTree, IDS_EMPTY, CImages::kProject, Table(kCommands, pstrProject))
 {
 }

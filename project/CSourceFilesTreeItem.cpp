@@ -5,17 +5,14 @@
 
 IMPLEMENT_DYNAMIC(CSourceFilesTreeItem, CCommandTreeItem)
 
-namespace
-{
 const HostCommand kCommands[] = {
     {ID_NODE_NEW, HostIde::kCmdNewFile, FALSE},
     {ID_NODE_OPEN, HostIde::kCmdOpenFile, FALSE},
     {ID_NODE_SAVEALL, HostIde::kCmdSaveAll, TRUE},
     {ID_NODE_BUILD, HostIde::kCmdBuild, TRUE},
 };
-} // namespace
 
 CSourceFilesTreeItem::CSourceFilesTreeItem(HWND hWndHost, const CTreeCursor& parent, CString* pstrProject)
-    : CCommandTreeItem(hWndHost, parent, IDS_SOURCEFILES, 7, 8, Table(kCommands, pstrProject))
+    : CCommandTreeItem(hWndHost, parent, IDS_SOURCEFILES, Table(kCommands, pstrProject))
 {
 }

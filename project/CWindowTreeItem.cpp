@@ -1,5 +1,6 @@
 #include "CWindowTreeItem.h"
 
+#include "CImages.h"
 #include "HostCommand.h"
 #include "HostIde.h"
 #include "WindowText.h"
@@ -10,17 +11,17 @@
 IMPLEMENT_DYNAMIC(CWindowTreeItem, CTreeItem)
 
 const HostView g_hostViews[HOST_VIEW_COUNT] = {
-    {IDS_PROGRAMMEMORY, 11, 1117, "Program Memory Window"},
-    {IDS_TRACEMEMORY, 12, 1118, "Trace Memory Window"},
-    {IDS_EEPROM, 13, 1119, "EEPROM Window"},
-    {IDS_ABSOLUTELISTING, 14, 1120, ".lst"},
-    {IDS_MAPFILE, 15, 1164, ".map"},
-    {IDS_STACK, 16, 1121, "Stack Window"},
-    {IDS_FILEREGISTER, 17, 1122, "File Register Window"},
-    {IDS_SPECIALFUNCTIONREGISTER, 18, 1123, "Special Function Register Window"},
-    {IDS_PROJECTWINDOW, 19, 1128, "Project Window"},
+    {IDS_PROGRAMMEMORY, CImages::kProgramMemory, 1117, "Program Memory Window"},
+    {IDS_TRACEMEMORY, CImages::kTraceMemory, 1118, "Trace Memory Window"},
+    {IDS_EEPROM, CImages::kEeprom, 1119, "EEPROM Window"},
+    {IDS_ABSOLUTELISTING, CImages::kListing, 1120, ".lst"},
+    {IDS_MAPFILE, CImages::kMap, 1164, ".map"},
+    {IDS_STACK, CImages::kStack, 1121, "Stack Window"},
+    {IDS_FILEREGISTER, CImages::kFileRegisters, 1122, "File Register Window"},
+    {IDS_SPECIALFUNCTIONREGISTER, CImages::kSpecialRegisters, 1123, "Special Function Register Window"},
+    {IDS_PROJECTWINDOW, CImages::kProjectView, 1128, "Project Window"},
     // The host has no command that opens its build results.
-    {IDS_BUILDRESULTS, 20, 0, "Build Results"},
+    {IDS_BUILDRESULTS, CImages::kBuild, 0, "Build Results"},
 };
 
 CWindowTreeItem::CWindowTreeItem(HWND hWndHost, const CTreeCursor& parent, const HostView& view)
@@ -73,39 +74,20 @@ void CWindowTreeItem::OnReturn()
 
 void CWindowTreeItem::OnCommand(UINT nID)
 {
-    if (PostEveryNodeCommand(m_hWndHost, nID))
-        return;
-    switch (nID)
+    if (nID == ID_NODE_OPEN)
     {
-    case ID_NODE_OPEN:
         Open();
-        break;
-    case ID_NODE_CLOSE:
+    }
+    else if (nID == ID_NODE_CLOSE)
+    {
         if (HWND hWnd = FindHostWindow())
             PostMessageA(hWnd, WM_CLOSE, 0, 0);
-        break;
-    default:
-        break;
     }
 }
 
 void CWindowTreeItem::OnUpdateCommand(CCmdUI* pCmdUI)
 {
-    if (IsEveryNodeCommand(pCmdUI->m_nID))
-    {
-        pCmdUI->Enable(TRUE);
-        return;
-    }
-    switch (pCmdUI->m_nID)
-    {
-    case ID_NODE_OPEN:
-        pCmdUI->Enable(TRUE);
-        break;
-    case ID_NODE_CLOSE:
-        pCmdUI->Enable(FindHostWindow() != nullptr);
-        break;
-    default:
-        pCmdUI->Enable(FALSE);
-        break;
-    }
+    // A view can be closed only while it is open.
+    const UINT nID = pCmdUI->m_nID;
+    pCmdUI->Enable(nID == ID_NODE_OPEN || (nID == ID_NODE_CLOSE && FindHostWindow() != nullptr));
 }

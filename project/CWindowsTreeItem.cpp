@@ -5,15 +5,12 @@
 
 IMPLEMENT_DYNAMIC(CWindowsTreeItem, CCommandTreeItem)
 
-namespace
-{
 const HostCommand kCommands[] = {
     {ID_NODE_OPEN, HostIde::kCmdOpenWindowSet, FALSE},
     {ID_NODE_SAVE, HostIde::kCmdSaveWindowSet, FALSE},
 };
-} // namespace
 
 CWindowsTreeItem::CWindowsTreeItem(HWND hWndHost, const CTreeCursor& parent)
-    : CCommandTreeItem(hWndHost, parent, IDS_WINDOWS, 7, 8, Table(kCommands))
+    : CCommandTreeItem(hWndHost, parent, IDS_WINDOWS, Table(kCommands))
 {
 }
