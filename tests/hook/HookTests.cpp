@@ -102,11 +102,7 @@ public:
     }
 
     void Hang(DWORD dwMs) const { PostMessageA(hWnd, kHangMessage, dwMs, 0); }
-    bool Close() // uninstallHook, then the wait for the destroys
-    {
-        PostMessageA(hWnd, WM_CLOSE, 0, 0);
-        return process.WaitExit(10000);
-    }
+    bool Close() { return PostMessageA(hWnd, WM_CLOSE, 0, 0) && process.WaitExit(10000); } // uninstallHook, the destroys
 
     qt::Process process;
     HWND hWnd = nullptr;
@@ -150,8 +146,7 @@ std::map<HWND, unsigned> ExpectedWindows(HWND hWndFrame)
 // library still catching a slow tool up comes into step within the bound.
 void CheckInStep(const FakeTool& tool, HWND hWndFrame)
 {
-    const bool bInStep = qt::WaitFor([&] { return tool.Reported() == ExpectedWindows(hWndFrame); }, 5000);
-    CHECK(bInStep);
+    CHECK(qt::WaitFor([&] { return tool.Reported() == ExpectedWindows(hWndFrame); }, 5000));
     std::set<HWND> seen;
     for (const Record& r : tool.Records())
     {
