@@ -7,8 +7,17 @@
 // safe (it keeps its own window procedure and is never reported).
 #pragma once
 
-#include <windows.h>
 #include <stdint.h>
+
+#ifdef _WIN32
+#include <windows.h>
+#else
+// The native unit tests build the table without the system's headers: there
+// a handle and a window procedure are opaque pointers.
+struct HWND__;
+typedef HWND__* HWND;
+typedef void (*WNDPROC)();
+#endif
 
 // What the tool knows of a window.
 enum WatchReport : uint8_t
@@ -62,7 +71,7 @@ private:
     {
         // Fibonacci hashing of the 32 significant bits of a handle: handles of
         // one process differ mostly in their middle bits.
-        const uint32_t nValue = static_cast<uint32_t>(reinterpret_cast<UINT_PTR>(hWnd));
+        const uint32_t nValue = static_cast<uint32_t>(reinterpret_cast<uintptr_t>(hWnd));
         return (nValue * 2654435769u) >> (32 - kCapacityBits);
     }
 

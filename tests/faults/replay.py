@@ -113,7 +113,7 @@ FAULTS = [
     ("an empty comment pastes the clipboard anyway", "comment/CCommentDlg.cpp",
      "if (m_edit.GetSel() == 0)\n        return;", "if (false)\n        return;", ["test_comment$"]),
     ("a removal from a probe chain that wraps past the last slot loses entries", "hook/CWatchTable.cpp",
-     ": (nHole < nHome || nHome <= nNext);", ": (nHole < nHome && nHome <= nNext);", ["test_hook_table"]),
+     ": (nHole < nHome || nHome <= nNext);", ": (nHole < nHome && nHome <= nNext);", ["unit"]),
 ]
 
 

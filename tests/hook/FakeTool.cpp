@@ -13,7 +13,7 @@
 // Like the real tool it posts the registered dock bar message to every host
 // frame it hears of.
 //
-// FakeTool.exe /log <file> [/busy <ms>] [/badwindow]
+// FakeTool.exe /log <file> [/busy <ms>] [/badwindow]   (/log first)
 //   /busy: on every wheel record, work for the host for that long before
 //          answering (requests with the key), like a slow but healthy tool
 //   /badwindow: give installHook a handle that is no window
@@ -46,10 +46,10 @@ void Log(const char* pszWhat, uint32_t nWindow, unsigned n1 = 0, unsigned n2 = 0
 
 LRESULT OnCopyData(const COPYDATASTRUCT* pData)
 {
-    if (pData->cbData != sizeof(HookRecord) || pData->dwData < HOOK_CREATE || pData->dwData > HOOK_DESTROY)
-        return Log("BAD", 0, static_cast<unsigned>(pData->dwData), pData->cbData), 0;
     const HookRecord* pRecord = static_cast<const HookRecord*>(pData->lpData);
-    if (pData->dwData == HOOK_CREATE)
+    if (pData->cbData != sizeof(HookRecord) || pData->dwData < HOOK_CREATE || pData->dwData > HOOK_DESTROY)
+        Log("BAD", 0, static_cast<unsigned>(pData->dwData), pData->cbData);
+    else if (pData->dwData == HOOK_CREATE)
     {
         Log("CREATE", pRecord->hWnd, pRecord->nKind);
         g_reported.insert(pRecord->hWnd);
@@ -57,10 +57,7 @@ LRESULT OnCopyData(const COPYDATASTRUCT* pData)
             PostMessageA(HookRecordWindow(pRecord), RegisterWindowMessageA("49ED7A1D-5042-42B2-9095-89DBDA86205C"), 0, 0);
     }
     else if (pData->dwData == HOOK_DESTROY)
-    {
-        Log("DESTROY", pRecord->hWnd);
-        g_reported.erase(pRecord->hWnd);
-    }
+        Log("DESTROY", pRecord->hWnd), g_reported.erase(pRecord->hWnd);
     else
     {
         Log(pData->dwData == HOOK_MESSAGE ? "BEFORE" : "AFTER", pRecord->hWnd, pRecord->nMessage, pRecord->wParam,
@@ -104,18 +101,15 @@ LRESULT CALLBACK WndProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
 
 int main(int argc, char** argv)
 {
+    g_pLog = argc > 2 && strcmp(argv[1], "/log") == 0 ? fopen(argv[2], "a") : nullptr;
+    if (!g_pLog)
+        return 2;
     bool bBadWindow = false;
-    for (int i = 1; i < argc; ++i)
-    {
-        if (strcmp(argv[i], "/log") == 0 && i + 1 < argc)
-            g_pLog = fopen(argv[++i], "a");
-        else if (strcmp(argv[i], "/busy") == 0 && i + 1 < argc)
+    for (int i = 3; i < argc; ++i)
+        if (strcmp(argv[i], "/busy") == 0 && i + 1 < argc)
             g_dwBusyMs = static_cast<DWORD>(atoi(argv[++i]));
         else
             bBadWindow = bBadWindow || strcmp(argv[i], "/badwindow") == 0;
-    }
-    if (!g_pLog)
-        return 2;
     WNDCLASSA wc = {};
     wc.lpfnWndProc = WndProc;
     wc.lpszClassName = "QvFakeTool";

@@ -2,30 +2,14 @@
 // to the file named by its first argument, then ends.
 #include <windows.h>
 
-#include <string>
+#include <stdio.h>
+#include <stdlib.h>
 
-int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR lpCmdLine, int)
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
 {
-    std::string strArgs(lpCmdLine);
-    std::string strFile;
-    size_t nEnd = 0;
-    if (!strArgs.empty() && strArgs[0] == '"')
-    {
-        nEnd = strArgs.find('"', 1);
-        strFile = strArgs.substr(1, nEnd == std::string::npos ? std::string::npos : nEnd - 1);
-    }
-    else
-    {
-        nEnd = strArgs.find(' ');
-        strFile = strArgs.substr(0, nEnd);
-    }
-    HANDLE hFile = CreateFileA(strFile.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
-                               FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (hFile == INVALID_HANDLE_VALUE)
+    FILE* pFile = __argc > 1 ? fopen(__argv[1], "ab") : nullptr;
+    if (!pFile)
         return 1;
-    std::string strLine = std::string(GetCommandLineA()) + "\r\n";
-    DWORD dwWritten = 0;
-    WriteFile(hFile, strLine.data(), static_cast<DWORD>(strLine.size()), &dwWritten, nullptr);
-    CloseHandle(hFile);
-    return 0;
+    fprintf(pFile, "%s\r\n", GetCommandLineA());
+    return fclose(pFile) == 0 ? 0 : 1;
 }

@@ -37,8 +37,7 @@ bool IsWhole(const std::string& strPath)
 
 TEST_CASE(a_host_killed_amid_records_or_amid_the_tools_exit_never_holds_the_tool)
 {
-    const std::string strDir = MakeScratchDir("hostkilled");
-    const std::string strFile = MakeSource(strDir, "a.asm");
+    const std::string strFile = MakeSource(MakeScratchDir("hostkilled"), "a.asm");
     // Killed with records in flight and the tool's window in its frame: the
     // tool runs on and serves a new host as the first.
     HostAndTool s("hostkilled", "/open \"" + strFile + "\"");
@@ -65,8 +64,7 @@ TEST_CASE(a_host_killed_amid_records_or_amid_the_tools_exit_never_holds_the_tool
 
 TEST_CASE(a_killed_tool_stops_scrolling_at_once_and_many_starts_and_stops_leave_nothing_behind)
 {
-    const std::string strDir = MakeScratchDir("toolkilled");
-    const std::string strFile = MakeSource(strDir, "a.asm");
+    const std::string strFile = MakeSource(MakeScratchDir("toolkilled"), "a.asm");
     HostAndTool s("toolkilled", "/open \"" + strFile + "\"");
     REQUIRE(s.ok);
     CHECK_EQ(LinesForNotch(s.host, strFile), 4);
