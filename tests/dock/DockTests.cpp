@@ -193,81 +193,63 @@ bool CaptionLooksActive(HWND hWndFrame)
     return clr == GetSysColor(COLOR_ACTIVECAPTION) || clr == GetSysColor(COLOR_GRADIENTACTIVECAPTION);
 }
 
-// Maximise, minimise (the Assist Window goes with the frame) and restore
-// twice, checking the layout after each.
-void CycleFrameStates(Docked& d, bool bLeft, int w)
-{
-    const struct { WPARAM nCommand; int nZoomed; BOOL bIconic; } states[] = { // nZoomed -1: either
-        {SC_MAXIMIZE, 1, FALSE}, {SC_MINIMIZE, -1, TRUE}, {SC_RESTORE, -1, FALSE}, {SC_RESTORE, 0, FALSE}};
-    for (const auto& state : states)
-    {
-        PostMessageA(d.hWndFrame, WM_SYSCOMMAND, state.nCommand, 0);
-        REQUIRE(WaitFor([&] { return !IsIconic(d.hWndFrame) == !state.bIconic &&
-                                     (state.nZoomed < 0 || !IsZoomed(d.hWndFrame) == !state.nZoomed); }, 5000));
-        if (state.bIconic)
-            CHECK(WaitFor([&] { return !IsWindowVisible(d.hWndDock); }, 3000));
-        else
-            REQUIRE_LAYOUT(d, bLeft, w);
-    }
-}
 } // namespace
-
-TEST_CASE(docked_right_by_garbled_settings_then_left_it_fills_the_free_area_beside_the_tool_bar_at_every_edge_and_through_every_frame_change)
-{
-    // Garbled settings: the rectangle reads as empty (the template's width),
-    // a side without digits as 0, as the profile functions read it: right.
-    Docked d("docklayout", "[Settings]\r\nDockRect=zz:1:x\r\nDockLeft=banana\r\n");
-    REQUIRE(d.ok);
-    const int w = d.DockWidth();
-    CHECK(w > 100);
-    REQUIRE_LAYOUT(d, false, w);
-    for (UINT nCommand : {1193u, 1194u, 1195u, 1192u}) // the tool bar left, bottom, right, top
-    {
-        PostMessageA(d.hWndFrame, WM_COMMAND, nCommand, 0);
-        UntilMarker(d.host);
-        InvalidateRect(d.hWndFrame, nullptr, TRUE); // the host's next paint has the tool measure again
-        if (!d.WaitLayout(false, w))
-            Fail(__FILE__, __LINE__, "tool bar " + std::to_string(nCommand) + ": " + d.LayoutError(false, w));
-    }
-    // A WM_SIZE the host lays nothing out for (it does so when minimised)
-    // measures the MDI client where the tool narrowed it: the strip is not
-    // cut off a second time.
-    PostMessageA(d.hWndFrame, WM_SIZE, SIZE_MINIMIZED, 0);
-    UntilMarker(d.host);
-    CHECK_EQ(d.LayoutError(false, w), std::string());
-    // Moved without a size change, resized, and every frame state: the
-    // Assist Window goes along. (Docked left: on every kind of host, below.)
-    SetWindowPos(d.hWndFrame, nullptr, 120, 60, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-    REQUIRE_LAYOUT(d, false, w);
-    MoveWindow(d.hWndFrame, 10, 10, 1100, 700, TRUE);
-    REQUIRE_LAYOUT(d, false, w);
-    CycleFrameStates(d, false, w);
-    REQUIRE(d.WaitSettled(false, w));
-    CHECK_EQ(PaintError(d.hWndDock, false), std::string());
-
-    // The gripper dragged across to the left edge: docked left.
-    RECT rcFrame;
-    GetWindowRect(d.hWndFrame, &rcFrame);
-    const POINT ptLeft = {rcFrame.left + 20, rcFrame.top + 200};
-    REQUIRE(DragPress(OnScreen(d.hWndDock, w / 2, 12), ptLeft) && Release(ptLeft));
-    REQUIRE_LAYOUT(d, true, w);
-}
 
 // Hosts differ where the contract leaves them free: one lays its MDI client
 // out from WM_SIZE's lParam, one has a taller tool bar, one passes the wheel on.
-TEST_CASE(every_kind_of_host_gets_the_layout_right_through_resize_and_every_frame_state)
+TEST_CASE(on_every_kind_of_host_docked_right_by_garbled_settings_it_fills_the_free_area_beside_the_tool_bar_at_every_edge_through_every_frame_change_and_then_left)
 {
-    for (const char* pszVariant : {"lparam", "tallbar", "lparam,tallbar,wheel"})
+    for (const char* pszVariant : {"", " /variant lparam", " /variant tallbar", " /variant lparam,tallbar,wheel"})
     {
-        Docked d("dockvariant", std::string(), std::string(" /variant ") + pszVariant);
+        // Garbled settings: the rectangle reads as empty (the template's width),
+        // a side without digits as 0, as the profile functions read it: right.
+        Docked d("docklayout", "[Settings]\r\nDockRect=zz:1:x\r\nDockLeft=banana\r\n", pszVariant);
+        printf("  on the host%s\n", *pszVariant ? pszVariant : " as it comes");
         REQUIRE(d.ok);
         const int w = d.DockWidth();
+        CHECK(w > 100);
+        REQUIRE_LAYOUT(d, false, w);
+        for (UINT nCommand : {1193u, 1194u, 1195u, 1192u}) // the tool bar left, bottom, right, top
+        {
+            PostMessageA(d.hWndFrame, WM_COMMAND, nCommand, 0);
+            UntilMarker(d.host);
+            InvalidateRect(d.hWndFrame, nullptr, TRUE); // the host's next paint has the tool measure again
+            if (!d.WaitLayout(false, w))
+                Fail(__FILE__, __LINE__, "tool bar " + std::to_string(nCommand) + ": " + d.LayoutError(false, w));
+        }
+        // A WM_SIZE the host lays nothing out for (it does so when minimised)
+        // measures the MDI client where the tool narrowed it: the strip is not
+        // cut off a second time.
+        PostMessageA(d.hWndFrame, WM_SIZE, SIZE_MINIMIZED, 0);
+        UntilMarker(d.host);
+        CHECK_EQ(d.LayoutError(false, w), std::string());
+        // Moved without a size change, resized, maximised, minimised (the
+        // Assist Window goes with the frame) and restored twice.
+        SetWindowPos(d.hWndFrame, nullptr, 120, 60, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+        REQUIRE_LAYOUT(d, false, w);
+        MoveWindow(d.hWndFrame, 10, 10, 1100, 700, TRUE);
+        REQUIRE_LAYOUT(d, false, w);
+        const struct { WPARAM nCommand; int nZoomed; BOOL bIconic; } states[] = { // nZoomed -1: either
+            {SC_MAXIMIZE, 1, FALSE}, {SC_MINIMIZE, -1, TRUE}, {SC_RESTORE, -1, FALSE}, {SC_RESTORE, 0, FALSE}};
+        for (const auto& state : states)
+        {
+            PostMessageA(d.hWndFrame, WM_SYSCOMMAND, state.nCommand, 0);
+            REQUIRE(WaitFor([&] { return !IsIconic(d.hWndFrame) == !state.bIconic &&
+                                         (state.nZoomed < 0 || !IsZoomed(d.hWndFrame) == !state.nZoomed); }, 5000));
+            if (state.bIconic)
+                CHECK(WaitFor([&] { return !IsWindowVisible(d.hWndDock); }, 3000));
+            else
+                REQUIRE_LAYOUT(d, false, w);
+        }
+        REQUIRE(d.WaitSettled(false, w));
+        CHECK_EQ(PaintError(d.hWndDock, false), std::string());
+
+        // The gripper dragged across to the left edge: docked left.
+        RECT rcFrame;
+        GetWindowRect(d.hWndFrame, &rcFrame);
+        const POINT ptLeft = {rcFrame.left + 20, rcFrame.top + 200};
+        REQUIRE(DragPress(OnScreen(d.hWndDock, w / 2, 12), ptLeft) && Release(ptLeft));
         REQUIRE_LAYOUT(d, true, w);
-        MoveWindow(d.hWndFrame, 40, 30, 760, 520, TRUE);
-        REQUIRE_LAYOUT(d, true, w);
-        CycleFrameStates(d, true, w);
-        if (CurrentFailed())
-            printf("  on the host variant %s\n", pszVariant);
     }
 }
 
@@ -361,23 +343,13 @@ TEST_CASE(splitter_drag_sets_the_width_where_released_with_one_tracker_and_a_dra
     d.host.WaitQuiet(300);
     CHECK_EQ(CountChanged(beforeMove, ScreenShot(GetDesktopWindow()), d.ClientOnScreen()), 0);
     REQUIRE_LAYOUT(d, true, w1);
-    // A resize whose capture is lost: applied where the tracker was, and the
-    // button's later release over a dock bar no longer dragging changes nothing.
-    const POINT wider = {rcDock.right + 70, y};
-    REQUIRE(DragPress(POINT{rcDock.right - 3, y}, wider));
-    SendMessageA(d.hWndDock, WM_CANCELMODE, 0, 0);
-    REQUIRE_LAYOUT(d, true, wider.x - rcDock.left);
-    REQUIRE(Release(POINT{wider.x + 100, y}));
-    REQUIRE_LAYOUT(d, true, wider.x - rcDock.left);
-    CHECK_EQ(LeftOnScreen(d), 0);
     // A move drag into the other side's zone, its capture lost there: moved.
-    const int w2 = d.DockWidth();
     RECT rcFrame;
     GetWindowRect(d.hWndFrame, &rcFrame);
     const POINT ptFar = {rcFrame.right - 20, y};
-    REQUIRE(DragPress(OnScreen(d.hWndDock, w2 / 2, 12), ptFar));
+    REQUIRE(DragPress(ptGripper, ptFar));
     SendMessageA(d.hWndDock, WM_CANCELMODE, 0, 0);
-    REQUIRE_LAYOUT(d, false, w2);
+    REQUIRE_LAYOUT(d, false, w1);
     REQUIRE(XDo("mouseup 1", ptFar));
     CHECK_EQ(LeftOnScreen(d), 0);
 }
@@ -398,7 +370,6 @@ TEST_CASE(the_host_keeps_the_activation_while_the_tree_has_the_keys_and_the_hide
     const LRESULT hSelected = SendMessageA(d.hWndTree, TVM_GETNEXTITEM, TVGN_CARET, 0);
     REQUIRE(XKeys("Down"));
     CHECK(WaitFor([&] { return SendMessageA(d.hWndTree, TVM_GETNEXTITEM, TVGN_CARET, 0) != hSelected; }, 3000));
-    CHECK(CaptionLooksActive(d.hWndFrame));
     REQUIRE(d.ClickIntoHost());
     const std::string strDeactivations = d.Deactivations();
 
