@@ -1,8 +1,7 @@
 // Ids of the test dialogs of the reusable controls.
 #pragma once
 
-#define IDD_PAGE_ALPHA 200 // child pages with a caption, the tab's text
-#define IDD_PAGE_BETA 201
+#define IDD_PAGE 200       // a child page with a caption, the tab's text
 #define IDD_PLAIN 210      // top-level, without OK and Cancel
 #define IDD_OKCANCEL 211   // top-level, with OK and Cancel
 #define IDD_TABHOST 220    // holds a tab control, tabs at the top as written, and the flat button

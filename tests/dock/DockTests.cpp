@@ -33,13 +33,6 @@ std::string Show(const RECT& rc)
            std::to_string(rc.bottom);
 }
 
-POINT OnScreen(HWND hWnd, int x, int y)
-{
-    POINT pt = {x, y};
-    ClientToScreen(hWnd, &pt);
-    return pt;
-}
-
 struct Docked : Scene
 {
     explicit Docked(const char* pszTag, const std::string& strSettings = std::string(),
@@ -59,10 +52,8 @@ struct Docked : Scene
         GetClientRect(hWndFrame, &free);
         HWND hWndBar = host.FindChildOfClass(hWndFrame, "PFE_TBar");
         const RECT bar = InFrame(hWndBar, hWndFrame);
-        if (IsWindowVisible(hWndBar) && bar.right - bar.left >= bar.bottom - bar.top) // top or bottom
-            (bar.top <= free.top ? free.top : free.bottom) = bar.top <= free.top ? bar.bottom : bar.top;
-        else if (IsWindowVisible(hWndBar))
-            (bar.left <= free.left ? free.left : free.right) = bar.left <= free.left ? bar.right : bar.left;
+        if (IsWindowVisible(hWndBar)) // across one edge of the client area
+            SubtractRect(&free, &free, &bar);
         RECT wantDock = free, wantClient = free;
         (bLeft ? wantDock.right : wantDock.left) = (bLeft ? wantClient.left : wantClient.right) =
             bLeft ? free.left + nWidth : free.right - nWidth;
@@ -86,6 +77,18 @@ struct Docked : Scene
         return WaitStill([&] { return LayoutError(bLeft, nWidth).empty() ? Show(InFrame(hWndFrame, nullptr)) : ""; }, 400);
     }
     int DockWidth() const { return InFrame(hWndDock, nullptr).right - InFrame(hWndDock, nullptr).left; }
+    // On the screen: the gripper's middle, and a point of the zone beside
+    // the frame's left or right edge where a move drag docks.
+    POINT Gripper() const
+    {
+        const RECT rc = InFrame(hWndDock, nullptr);
+        return POINT{(rc.left + rc.right) / 2, rc.top + 12};
+    }
+    POINT NearEdge(bool bLeft) const
+    {
+        const RECT rc = InFrame(hWndFrame, nullptr);
+        return POINT{bLeft ? rc.left + 20 : rc.right - 20, rc.top + 200};
+    }
     bool StartAgain()
     {
         return tool.Start() && WaitFor([&] { return (hWndDock = FindDockBar(hWndFrame)) && IsWindowVisible(hWndDock); }, 10000);
@@ -105,7 +108,6 @@ struct Docked : Scene
     // How often the host frame has lost the activation: a window of the tool
     // that took it for a moment shows here even when the host is in front again.
     std::string Deactivations() const { return HostState(1198, 0, "DEACTIVATED "); }
-    std::string MenuBar() const { return HostState(1196, 0, "MENUBAR "); }
     // The check mark of "&Assist Window" after the "&Assist" menu was opened
     // with the keyboard (which updates it) and closed again.
     std::string AssistCheck()
@@ -214,8 +216,7 @@ TEST_CASE(on_every_kind_of_host_docked_right_by_garbled_settings_it_fills_the_fr
             PostMessageA(d.hWndFrame, WM_COMMAND, nCommand, 0);
             UntilMarker(d.host);
             InvalidateRect(d.hWndFrame, nullptr, TRUE); // the host's next paint has the tool measure again
-            if (!d.WaitLayout(false, w))
-                Fail(__FILE__, __LINE__, "tool bar " + std::to_string(nCommand) + ": " + d.LayoutError(false, w));
+            REQUIRE_LAYOUT(d, false, w);
         }
         // A WM_SIZE the host lays nothing out for (it does so when minimised)
         // measures the MDI client where the tool narrowed it: the strip is not
@@ -245,10 +246,7 @@ TEST_CASE(on_every_kind_of_host_docked_right_by_garbled_settings_it_fills_the_fr
         CHECK_EQ(PaintError(d.hWndDock, false), std::string());
 
         // The gripper dragged across to the left edge: docked left.
-        RECT rcFrame;
-        GetWindowRect(d.hWndFrame, &rcFrame);
-        const POINT ptLeft = {rcFrame.left + 20, rcFrame.top + 200};
-        REQUIRE(DragPress(OnScreen(d.hWndDock, w / 2, 12), ptLeft) && Release(ptLeft));
+        REQUIRE(DragPress(d.Gripper(), d.NearEdge(true)) && Release(d.NearEdge(true)));
         REQUIRE_LAYOUT(d, true, w);
     }
 }
@@ -258,17 +256,13 @@ TEST_CASE(exit_gives_the_host_its_area_and_menu_back_the_next_start_keeps_width_
     Docked d("dockexit", "[Settings]\r\nDockRect=0000:0000:0180:0500\r\nDockLeft=0\r\n");
     REQUIRE(d.ok);
     REQUIRE_LAYOUT(d, false, 180);
-    CHECK_EQ(d.MenuBar(), std::string("6 &File &Edit &Project &View &Window &Assist"));
     // Moved across with the gripper, then the tool ends.
-    RECT rcFrame;
-    GetWindowRect(d.hWndFrame, &rcFrame);
-    const POINT ptLeft = {rcFrame.left + 20, rcFrame.top + 200};
-    REQUIRE(DragPress(OnScreen(d.hWndDock, 90, 12), ptLeft) && Release(ptLeft));
+    REQUIRE(DragPress(d.Gripper(), d.NearEdge(true)) && Release(d.NearEdge(true)));
     REQUIRE_LAYOUT(d, true, 180);
     REQUIRE(d.tool.Exit());
     CHECK(!IsWindow(d.hWndDock));
     CHECK(d.WaitLayout(true, 0));
-    CHECK_EQ(d.MenuBar(), std::string("5 &File &Edit &Project &View &Window"));
+    CHECK_EQ(d.HostState(1196, 0, "MENUBAR "), std::string("5 &File &Edit &Project &View &Window"));
     const auto ini = ReadIni(d.tool.SettingsPath());
     CHECK_EQ(IniValue(ini, "Settings", "DockLeft"), std::string("1"));
     CHECK_EQ(IniValue(ini, "Settings", "DockRect").substr(10, 5), std::string("0180:"));
@@ -290,7 +284,6 @@ TEST_CASE(exit_gives_the_host_its_area_and_menu_back_the_next_start_keeps_width_
     REQUIRE(d.StartAgain());
     d.host.Kill();
     CHECK(WaitFor([&] { return !IsWindow(d.hWndDock); }, 5000));
-    CHECK(d.tool.GetProcess().IsRunning());
     CHECK(d.tool.Exit());
 }
 
@@ -334,7 +327,7 @@ TEST_CASE(splitter_drag_sets_the_width_where_released_with_one_tracker_and_a_dra
     // and nothing moves.
     const int w1 = d.DockWidth();
     GetWindowRect(d.hWndDock, &rcDock);
-    const POINT ptGripper = OnScreen(d.hWndDock, w1 / 2, 12), ptNear = {ptGripper.x + 40, ptGripper.y + 100};
+    const POINT ptGripper = d.Gripper(), ptNear = {ptGripper.x + 40, ptGripper.y + 100};
     const ScreenShot beforeMove(GetDesktopWindow());
     REQUIRE(DragPress(ptGripper, ptNear));
     CHECK(CountChanged(beforeMove, ScreenShot(GetDesktopWindow()), rcDock) > 0); // the outline is up
@@ -344,9 +337,7 @@ TEST_CASE(splitter_drag_sets_the_width_where_released_with_one_tracker_and_a_dra
     CHECK_EQ(CountChanged(beforeMove, ScreenShot(GetDesktopWindow()), d.ClientOnScreen()), 0);
     REQUIRE_LAYOUT(d, true, w1);
     // A move drag into the other side's zone, its capture lost there: moved.
-    RECT rcFrame;
-    GetWindowRect(d.hWndFrame, &rcFrame);
-    const POINT ptFar = {rcFrame.right - 20, y};
+    const POINT ptFar = d.NearEdge(false);
     REQUIRE(DragPress(ptGripper, ptFar));
     SendMessageA(d.hWndDock, WM_CANCELMODE, 0, 0);
     REQUIRE_LAYOUT(d, false, w1);
@@ -375,11 +366,7 @@ TEST_CASE(the_host_keeps_the_activation_while_the_tree_has_the_keys_and_the_hide
 
     // The hide button: hidden, the MDI client takes the whole area, and the
     // host kept the activation throughout.
-    const POINT ptButton = Centre(GetDlgItem(d.hWndDock, 1001));
-    REQUIRE(XDo("mousemove " + std::to_string(ptButton.x) + " " + std::to_string(ptButton.y) + " click 1 sleep 0.1 mousemove " +
-                    std::to_string(ptButton.x + 300) + " " + std::to_string(ptButton.y + 200),
-                POINT{ptButton.x + 300, ptButton.y + 200}));
-    CHECK(WaitFor([&] { return !IsWindowVisible(d.hWndDock); }, 3000));
+    REQUIRE(RealClick(Centre(GetDlgItem(d.hWndDock, 1001))));
     CHECK(d.WaitLayout(true, 0));
     CHECK(WaitFor([&] { return GetForegroundWindow() == d.hWndFrame && CaptionLooksActive(d.hWndFrame); }, 3000));
     CHECK_EQ(d.Deactivations(), strDeactivations);

@@ -114,6 +114,8 @@ FAULTS = [
      "if (m_edit.GetSel() == 0)\n        return;", "if (false)\n        return;", ["test_comment$"]),
     ("a removal from a probe chain that wraps past the last slot loses entries", "hook/CWatchTable.cpp",
      ": (nHole < nHome || nHome <= nNext);", ": (nHole < nHome && nHome <= nNext);", ["test_hook_table"]),
+    ("a move drag that ends on the Assist Window's own side switches it to the other", "assist/CDockSplitter.cpp",
+     "m_bDropLeft = m_owner.IsDockedLeft();", "m_bDropLeft = !m_owner.IsDockedLeft();", ["test_dock$"]),
 ]
 
 
