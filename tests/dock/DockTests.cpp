@@ -50,10 +50,8 @@ struct Docked : Scene
     {
         RECT free = {};
         GetClientRect(hWndFrame, &free);
-        HWND hWndBar = host.FindChildOfClass(hWndFrame, "PFE_TBar");
-        const RECT bar = InFrame(hWndBar, hWndFrame);
-        if (IsWindowVisible(hWndBar)) // across one edge of the client area
-            SubtractRect(&free, &free, &bar);
+        const RECT bar = InFrame(host.FindChildOfClass(hWndFrame, "PFE_TBar"), hWndFrame);
+        SubtractRect(&free, &free, &bar); // the bar lies across one edge of the client area
         RECT wantDock = free, wantClient = free;
         (bLeft ? wantDock.right : wantDock.left) = (bLeft ? wantClient.left : wantClient.right) =
             bLeft ? free.left + nWidth : free.right - nWidth;
