@@ -33,13 +33,6 @@ std::string Show(const RECT& rc)
            std::to_string(rc.bottom);
 }
 
-POINT OnScreen(HWND hWnd, int x, int y)
-{
-    POINT pt = {x, y};
-    ClientToScreen(hWnd, &pt);
-    return pt;
-}
-
 struct Docked : Scene
 {
     explicit Docked(const char* pszTag, const std::string& strSettings = std::string(),
@@ -57,12 +50,8 @@ struct Docked : Scene
     {
         RECT free = {};
         GetClientRect(hWndFrame, &free);
-        HWND hWndBar = host.FindChildOfClass(hWndFrame, "PFE_TBar");
-        const RECT bar = InFrame(hWndBar, hWndFrame);
-        if (IsWindowVisible(hWndBar) && bar.right - bar.left >= bar.bottom - bar.top) // top or bottom
-            (bar.top <= free.top ? free.top : free.bottom) = bar.top <= free.top ? bar.bottom : bar.top;
-        else if (IsWindowVisible(hWndBar))
-            (bar.left <= free.left ? free.left : free.right) = bar.left <= free.left ? bar.right : bar.left;
+        const RECT bar = InFrame(host.FindChildOfClass(hWndFrame, "PFE_TBar"), hWndFrame);
+        SubtractRect(&free, &free, &bar); // the bar lies across one edge of the client area
         RECT wantDock = free, wantClient = free;
         (bLeft ? wantDock.right : wantDock.left) = (bLeft ? wantClient.left : wantClient.right) =
             bLeft ? free.left + nWidth : free.right - nWidth;
@@ -86,6 +75,18 @@ struct Docked : Scene
         return WaitStill([&] { return LayoutError(bLeft, nWidth).empty() ? Show(InFrame(hWndFrame, nullptr)) : ""; }, 400);
     }
     int DockWidth() const { return InFrame(hWndDock, nullptr).right - InFrame(hWndDock, nullptr).left; }
+    // On the screen: the gripper's middle, and a point of the zone beside
+    // the frame's left or right edge where a move drag docks.
+    POINT Gripper() const
+    {
+        const RECT rc = InFrame(hWndDock, nullptr);
+        return POINT{(rc.left + rc.right) / 2, rc.top + 12};
+    }
+    POINT NearEdge(bool bLeft) const
+    {
+        const RECT rc = InFrame(hWndFrame, nullptr);
+        return POINT{bLeft ? rc.left + 20 : rc.right - 20, rc.top + 200};
+    }
     bool StartAgain()
     {
         return tool.Start() && WaitFor([&] { return (hWndDock = FindDockBar(hWndFrame)) && IsWindowVisible(hWndDock); }, 10000);
@@ -105,7 +106,6 @@ struct Docked : Scene
     // How often the host frame has lost the activation: a window of the tool
     // that took it for a moment shows here even when the host is in front again.
     std::string Deactivations() const { return HostState(1198, 0, "DEACTIVATED "); }
-    std::string MenuBar() const { return HostState(1196, 0, "MENUBAR "); }
     // The check mark of "&Assist Window" after the "&Assist" menu was opened
     // with the keyboard (which updates it) and closed again.
     std::string AssistCheck()
@@ -193,81 +193,59 @@ bool CaptionLooksActive(HWND hWndFrame)
     return clr == GetSysColor(COLOR_ACTIVECAPTION) || clr == GetSysColor(COLOR_GRADIENTACTIVECAPTION);
 }
 
-// Maximise, minimise (the Assist Window goes with the frame) and restore
-// twice, checking the layout after each.
-void CycleFrameStates(Docked& d, bool bLeft, int w)
-{
-    const struct { WPARAM nCommand; int nZoomed; BOOL bIconic; } states[] = { // nZoomed -1: either
-        {SC_MAXIMIZE, 1, FALSE}, {SC_MINIMIZE, -1, TRUE}, {SC_RESTORE, -1, FALSE}, {SC_RESTORE, 0, FALSE}};
-    for (const auto& state : states)
-    {
-        PostMessageA(d.hWndFrame, WM_SYSCOMMAND, state.nCommand, 0);
-        REQUIRE(WaitFor([&] { return !IsIconic(d.hWndFrame) == !state.bIconic &&
-                                     (state.nZoomed < 0 || !IsZoomed(d.hWndFrame) == !state.nZoomed); }, 5000));
-        if (state.bIconic)
-            CHECK(WaitFor([&] { return !IsWindowVisible(d.hWndDock); }, 3000));
-        else
-            REQUIRE_LAYOUT(d, bLeft, w);
-    }
-}
 } // namespace
-
-TEST_CASE(docked_right_by_garbled_settings_then_left_it_fills_the_free_area_beside_the_tool_bar_at_every_edge_and_through_every_frame_change)
-{
-    // Garbled settings: the rectangle reads as empty (the template's width),
-    // a side without digits as 0, as the profile functions read it: right.
-    Docked d("docklayout", "[Settings]\r\nDockRect=zz:1:x\r\nDockLeft=banana\r\n");
-    REQUIRE(d.ok);
-    const int w = d.DockWidth();
-    CHECK(w > 100);
-    REQUIRE_LAYOUT(d, false, w);
-    for (UINT nCommand : {1193u, 1194u, 1195u, 1192u}) // the tool bar left, bottom, right, top
-    {
-        PostMessageA(d.hWndFrame, WM_COMMAND, nCommand, 0);
-        UntilMarker(d.host);
-        InvalidateRect(d.hWndFrame, nullptr, TRUE); // the host's next paint has the tool measure again
-        if (!d.WaitLayout(false, w))
-            Fail(__FILE__, __LINE__, "tool bar " + std::to_string(nCommand) + ": " + d.LayoutError(false, w));
-    }
-    // A WM_SIZE the host lays nothing out for (it does so when minimised)
-    // measures the MDI client where the tool narrowed it: the strip is not
-    // cut off a second time.
-    PostMessageA(d.hWndFrame, WM_SIZE, SIZE_MINIMIZED, 0);
-    UntilMarker(d.host);
-    CHECK_EQ(d.LayoutError(false, w), std::string());
-    // Moved without a size change, resized, and every frame state: the
-    // Assist Window goes along. (Docked left: on every kind of host, below.)
-    SetWindowPos(d.hWndFrame, nullptr, 120, 60, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-    REQUIRE_LAYOUT(d, false, w);
-    MoveWindow(d.hWndFrame, 10, 10, 1100, 700, TRUE);
-    REQUIRE_LAYOUT(d, false, w);
-    CycleFrameStates(d, false, w);
-    REQUIRE(d.WaitSettled(false, w));
-    CHECK_EQ(PaintError(d.hWndDock, false), std::string());
-
-    // The gripper dragged across to the left edge: docked left.
-    RECT rcFrame;
-    GetWindowRect(d.hWndFrame, &rcFrame);
-    const POINT ptLeft = {rcFrame.left + 20, rcFrame.top + 200};
-    REQUIRE(DragPress(OnScreen(d.hWndDock, w / 2, 12), ptLeft) && Release(ptLeft));
-    REQUIRE_LAYOUT(d, true, w);
-}
 
 // Hosts differ where the contract leaves them free: one lays its MDI client
 // out from WM_SIZE's lParam, one has a taller tool bar, one passes the wheel on.
-TEST_CASE(every_kind_of_host_gets_the_layout_right_through_resize_and_every_frame_state)
+TEST_CASE(on_every_kind_of_host_docked_right_by_garbled_settings_it_fills_the_free_area_beside_the_tool_bar_at_every_edge_through_every_frame_change_and_then_left)
 {
-    for (const char* pszVariant : {"lparam", "tallbar", "lparam,tallbar,wheel"})
+    for (const char* pszVariant : {"", " /variant lparam", " /variant tallbar", " /variant lparam,tallbar,wheel"})
     {
-        Docked d("dockvariant", std::string(), std::string(" /variant ") + pszVariant);
+        // Garbled settings: the rectangle reads as empty (the template's width),
+        // a side without digits as 0, as the profile functions read it: right.
+        Docked d("docklayout", "[Settings]\r\nDockRect=zz:1:x\r\nDockLeft=banana\r\n", pszVariant);
+        printf("  on the host%s\n", *pszVariant ? pszVariant : " as it comes");
         REQUIRE(d.ok);
         const int w = d.DockWidth();
+        CHECK(w > 100);
+        REQUIRE_LAYOUT(d, false, w);
+        for (UINT nCommand : {1193u, 1194u, 1195u, 1192u}) // the tool bar left, bottom, right, top
+        {
+            PostMessageA(d.hWndFrame, WM_COMMAND, nCommand, 0);
+            UntilMarker(d.host);
+            InvalidateRect(d.hWndFrame, nullptr, TRUE); // the host's next paint has the tool measure again
+            REQUIRE_LAYOUT(d, false, w);
+        }
+        // A WM_SIZE the host lays nothing out for (it does so when minimised)
+        // measures the MDI client where the tool narrowed it: the strip is not
+        // cut off a second time.
+        PostMessageA(d.hWndFrame, WM_SIZE, SIZE_MINIMIZED, 0);
+        UntilMarker(d.host);
+        CHECK_EQ(d.LayoutError(false, w), std::string());
+        // Moved without a size change, resized, maximised, minimised (the
+        // Assist Window goes with the frame) and restored twice.
+        SetWindowPos(d.hWndFrame, nullptr, 120, 60, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+        REQUIRE_LAYOUT(d, false, w);
+        MoveWindow(d.hWndFrame, 10, 10, 1100, 700, TRUE);
+        REQUIRE_LAYOUT(d, false, w);
+        const struct { WPARAM nCommand; int nZoomed; BOOL bIconic; } states[] = { // nZoomed -1: either
+            {SC_MAXIMIZE, 1, FALSE}, {SC_MINIMIZE, -1, TRUE}, {SC_RESTORE, -1, FALSE}, {SC_RESTORE, 0, FALSE}};
+        for (const auto& state : states)
+        {
+            PostMessageA(d.hWndFrame, WM_SYSCOMMAND, state.nCommand, 0);
+            REQUIRE(WaitFor([&] { return !IsIconic(d.hWndFrame) == !state.bIconic &&
+                                         (state.nZoomed < 0 || !IsZoomed(d.hWndFrame) == !state.nZoomed); }, 5000));
+            if (state.bIconic)
+                CHECK(WaitFor([&] { return !IsWindowVisible(d.hWndDock); }, 3000));
+            else
+                REQUIRE_LAYOUT(d, false, w);
+        }
+        REQUIRE(d.WaitSettled(false, w));
+        CHECK_EQ(PaintError(d.hWndDock, false), std::string());
+
+        // The gripper dragged across to the left edge: docked left.
+        REQUIRE(DragPress(d.Gripper(), d.NearEdge(true)) && Release(d.NearEdge(true)));
         REQUIRE_LAYOUT(d, true, w);
-        MoveWindow(d.hWndFrame, 40, 30, 760, 520, TRUE);
-        REQUIRE_LAYOUT(d, true, w);
-        CycleFrameStates(d, true, w);
-        if (CurrentFailed())
-            printf("  on the host variant %s\n", pszVariant);
     }
 }
 
@@ -276,17 +254,13 @@ TEST_CASE(exit_gives_the_host_its_area_and_menu_back_the_next_start_keeps_width_
     Docked d("dockexit", "[Settings]\r\nDockRect=0000:0000:0180:0500\r\nDockLeft=0\r\n");
     REQUIRE(d.ok);
     REQUIRE_LAYOUT(d, false, 180);
-    CHECK_EQ(d.MenuBar(), std::string("6 &File &Edit &Project &View &Window &Assist"));
     // Moved across with the gripper, then the tool ends.
-    RECT rcFrame;
-    GetWindowRect(d.hWndFrame, &rcFrame);
-    const POINT ptLeft = {rcFrame.left + 20, rcFrame.top + 200};
-    REQUIRE(DragPress(OnScreen(d.hWndDock, 90, 12), ptLeft) && Release(ptLeft));
+    REQUIRE(DragPress(d.Gripper(), d.NearEdge(true)) && Release(d.NearEdge(true)));
     REQUIRE_LAYOUT(d, true, 180);
     REQUIRE(d.tool.Exit());
     CHECK(!IsWindow(d.hWndDock));
     CHECK(d.WaitLayout(true, 0));
-    CHECK_EQ(d.MenuBar(), std::string("5 &File &Edit &Project &View &Window"));
+    CHECK_EQ(d.HostState(1196, 0, "MENUBAR "), std::string("5 &File &Edit &Project &View &Window"));
     const auto ini = ReadIni(d.tool.SettingsPath());
     CHECK_EQ(IniValue(ini, "Settings", "DockLeft"), std::string("1"));
     CHECK_EQ(IniValue(ini, "Settings", "DockRect").substr(10, 5), std::string("0180:"));
@@ -308,7 +282,6 @@ TEST_CASE(exit_gives_the_host_its_area_and_menu_back_the_next_start_keeps_width_
     REQUIRE(d.StartAgain());
     d.host.Kill();
     CHECK(WaitFor([&] { return !IsWindow(d.hWndDock); }, 5000));
-    CHECK(d.tool.GetProcess().IsRunning());
     CHECK(d.tool.Exit());
 }
 
@@ -352,7 +325,7 @@ TEST_CASE(splitter_drag_sets_the_width_where_released_with_one_tracker_and_a_dra
     // and nothing moves.
     const int w1 = d.DockWidth();
     GetWindowRect(d.hWndDock, &rcDock);
-    const POINT ptGripper = OnScreen(d.hWndDock, w1 / 2, 12), ptNear = {ptGripper.x + 40, ptGripper.y + 100};
+    const POINT ptGripper = d.Gripper(), ptNear = {ptGripper.x + 40, ptGripper.y + 100};
     const ScreenShot beforeMove(GetDesktopWindow());
     REQUIRE(DragPress(ptGripper, ptNear));
     CHECK(CountChanged(beforeMove, ScreenShot(GetDesktopWindow()), rcDock) > 0); // the outline is up
@@ -361,23 +334,11 @@ TEST_CASE(splitter_drag_sets_the_width_where_released_with_one_tracker_and_a_dra
     d.host.WaitQuiet(300);
     CHECK_EQ(CountChanged(beforeMove, ScreenShot(GetDesktopWindow()), d.ClientOnScreen()), 0);
     REQUIRE_LAYOUT(d, true, w1);
-    // A resize whose capture is lost: applied where the tracker was, and the
-    // button's later release over a dock bar no longer dragging changes nothing.
-    const POINT wider = {rcDock.right + 70, y};
-    REQUIRE(DragPress(POINT{rcDock.right - 3, y}, wider));
-    SendMessageA(d.hWndDock, WM_CANCELMODE, 0, 0);
-    REQUIRE_LAYOUT(d, true, wider.x - rcDock.left);
-    REQUIRE(Release(POINT{wider.x + 100, y}));
-    REQUIRE_LAYOUT(d, true, wider.x - rcDock.left);
-    CHECK_EQ(LeftOnScreen(d), 0);
     // A move drag into the other side's zone, its capture lost there: moved.
-    const int w2 = d.DockWidth();
-    RECT rcFrame;
-    GetWindowRect(d.hWndFrame, &rcFrame);
-    const POINT ptFar = {rcFrame.right - 20, y};
-    REQUIRE(DragPress(OnScreen(d.hWndDock, w2 / 2, 12), ptFar));
+    const POINT ptFar = d.NearEdge(false);
+    REQUIRE(DragPress(ptGripper, ptFar));
     SendMessageA(d.hWndDock, WM_CANCELMODE, 0, 0);
-    REQUIRE_LAYOUT(d, false, w2);
+    REQUIRE_LAYOUT(d, false, w1);
     REQUIRE(XDo("mouseup 1", ptFar));
     CHECK_EQ(LeftOnScreen(d), 0);
 }
@@ -398,17 +359,12 @@ TEST_CASE(the_host_keeps_the_activation_while_the_tree_has_the_keys_and_the_hide
     const LRESULT hSelected = SendMessageA(d.hWndTree, TVM_GETNEXTITEM, TVGN_CARET, 0);
     REQUIRE(XKeys("Down"));
     CHECK(WaitFor([&] { return SendMessageA(d.hWndTree, TVM_GETNEXTITEM, TVGN_CARET, 0) != hSelected; }, 3000));
-    CHECK(CaptionLooksActive(d.hWndFrame));
     REQUIRE(d.ClickIntoHost());
     const std::string strDeactivations = d.Deactivations();
 
     // The hide button: hidden, the MDI client takes the whole area, and the
     // host kept the activation throughout.
-    const POINT ptButton = Centre(GetDlgItem(d.hWndDock, 1001));
-    REQUIRE(XDo("mousemove " + std::to_string(ptButton.x) + " " + std::to_string(ptButton.y) + " click 1 sleep 0.1 mousemove " +
-                    std::to_string(ptButton.x + 300) + " " + std::to_string(ptButton.y + 200),
-                POINT{ptButton.x + 300, ptButton.y + 200}));
-    CHECK(WaitFor([&] { return !IsWindowVisible(d.hWndDock); }, 3000));
+    REQUIRE(RealClick(Centre(GetDlgItem(d.hWndDock, 1001))));
     CHECK(d.WaitLayout(true, 0));
     CHECK(WaitFor([&] { return GetForegroundWindow() == d.hWndFrame && CaptionLooksActive(d.hWndFrame); }, 3000));
     CHECK_EQ(d.Deactivations(), strDeactivations);
