@@ -36,7 +36,17 @@ bool FocusEditor(Host& host, HWND hWndEditor)
     SetForegroundWindow(hWndFrame);
     HWND hWndClient = host.FindChildOfClass(hWndFrame, "MDIClient");
     SendMessageA(hWndClient, WM_MDIACTIVATE, reinterpret_cast<WPARAM>(hWndEditor), 0);
-    return WaitFor([&] { return GetForegroundWindow() == hWndFrame; }, 3000);
+    // Keys go to the host's focus, which a frame in front may not have given
+    // back to the editor yet (just after a dialog of the tool's ended).
+    return WaitFor(
+        [&] {
+            GUITHREADINFO info = {};
+            info.cbSize = sizeof(info);
+            return GetForegroundWindow() == hWndFrame &&
+                   GetGUIThreadInfo(GetWindowThreadProcessId(hWndFrame, nullptr), &info) &&
+                   (info.hwndFocus == hWndEditor || IsChild(hWndEditor, info.hwndFocus));
+        },
+        3000);
 }
 
 std::string MakeSource(const std::string& strDir, const char* pszName, int nLines)
