@@ -168,27 +168,12 @@ void CMainFrame::OnClose()
     CTrayIconFrame::OnClose();
 }
 
-LRESULT CMainFrame::OnOpenCommentEditor(WPARAM wParam, LPARAM lParam)
+LRESULT CMainFrame::OnOpenCommentEditor(WPARAM wParam, LPARAM /*lParam*/)
 {
     // Modal over the host frame; this thread keeps handling the hook's
     // records and the tray icon in the dialog's loop meanwhile.
-    const HWND hWndFrame = reinterpret_cast<HWND>(wParam);
-    const HWND hWndEditor = reinterpret_cast<HWND>(lParam);
-    CCommentDlg dlg(hWndFrame);
+    CCommentDlg dlg(reinterpret_cast<HWND>(wParam));
     dlg.DoModal();
-    // The user types on in the editor the comment came from. The dialog
-    // cannot give its owner back the activation (a window of another
-    // thread), and the host's own activation may leave its focus elsewhere.
-    // Not for a host that is gone or does not answer: the tool never waits
-    // on a hung host.
-    const UINT kHostAnswerMs = 250;
-    DWORD_PTR dwResult = 0;
-    if (::IsWindow(hWndEditor) &&
-        ::SendMessageTimeoutA(hWndFrame, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, kHostAnswerMs, &dwResult))
-    {
-        ::SetForegroundWindow(hWndFrame);
-        RequestHostFocus(hWndEditor);
-    }
     return 0;
 }
 

@@ -32,8 +32,7 @@ void CChildWndItem::OnKeyDown(const HookRecord* pRecord)
         if (HWND hWndFrame = GetHostFrame())
         {
             if (pApp->m_pMainWnd)
-                pApp->m_pMainWnd->PostMessage(WM_OPENCOMMENTEDITOR, reinterpret_cast<WPARAM>(hWndFrame),
-                                              reinterpret_cast<LPARAM>(m_hWnd));
+                pApp->m_pMainWnd->PostMessage(WM_OPENCOMMENTEDITOR, reinterpret_cast<WPARAM>(hWndFrame), 0);
         }
         break;
     case 'E':
