@@ -36,10 +36,13 @@ bool FocusEditor(Host& host, HWND hWndEditor)
     SetForegroundWindow(hWndFrame);
     HWND hWndClient = host.FindChildOfClass(hWndFrame, "MDIClient");
     SendMessageA(hWndClient, WM_MDIACTIVATE, reinterpret_cast<WPARAM>(hWndEditor), 0);
-    // Keys go to the host's focus, which a frame in front may not have given
-    // back to the editor yet (just after a dialog of the tool's ended).
+    // Keys go to the host's focus. Again while another window is in front:
+    // under Wine the tool's Assist Window, a pop-up, may take the front as
+    // it comes up just after the tool started.
     return WaitFor(
         [&] {
+            if (GetForegroundWindow() != hWndFrame)
+                SetForegroundWindow(hWndFrame);
             GUITHREADINFO info = {};
             info.cbSize = sizeof(info);
             return GetForegroundWindow() == hWndFrame &&
